@@ -1,0 +1,195 @@
+#include "oxSuperAPI/calls/uBeamAPICall.h"
+
+#include "oxSuperAPI/foundation/uBeamAPIHelper.h"
+#include "oxSuperAPI/host/uHost.h"
+#include "oxSuperAPI/log/uBeamSuperLog.h"
+#include "oxSuperAPI/session/uBeamSuperGlobal.h"
+
+namespace oxSuperAPI {
+
+namespace {
+
+std::string MethodName(TBeamCallMethod Method) {
+  if (TBeamMethodString.Contains(Method)) return std::string(TBeamMethodString[Method]);
+  return "Method=" + std::to_string(static_cast<int>(Method));
+}
+
+// The text without the raw line breaks that stand inside its string literals, where JSON forbids them.
+std::string WithoutBreaksInStrings(const std::string& Text) {
+  std::string Result;
+  Result.reserve(Text.size());
+  bool InString = false;
+  bool Escaped = false;
+  for (const char Character : Text) {
+    if (InString && (Character == '\r' || Character == '\n')) continue;
+    Result += Character;
+    if (Character == '"' && !Escaped) InString = !InString;
+    Escaped = InString && Character == '\\' && !Escaped;
+  }
+  return Result;
+}
+
+}  // namespace
+
+TBeamAPICall::TBeamAPICall() = default;
+TBeamAPICall::~TBeamAPICall() = default;
+
+std::string TBeamAPICall::GetBaseURL() {
+  const auto Environment = TBeamSuperGlobal::BeamSuperGlobal().GetBeamSuperEnvironment();
+  const auto Index = static_cast<TBeamSuperEnvironment>(static_cast<std::uint8_t>(Environment) & 0x7F);
+  return std::string(BaseBeamURL[BaseBeamURL.Contains(Index) ? Index : bsenvUnknown]);
+}
+
+void TBeamAPICall::SetURLChannel(const std::string& Channel) {
+  FURLChannel = Trim(Channel);
+  const std::string Slash = FURLChannel.empty() || FURLChannel.starts_with('/') ? "" : "/";
+  FURL = GetBaseURL() + Slash + FURLChannel;
+}
+
+void TBeamAPICall::SetURLCommand(const std::string& Command) {
+  FURLCommand = Trim(Command);
+  const std::string Base = GetBaseURL();
+  if (!FURLChannel.empty() && !FURLChannel.starts_with('/')) {
+    FURL = Base + "/" + FURLChannel;  // the command is not appended; no endpoint has such a channel
+    return;
+  }
+  // Without a channel only "?" saves the slash: a command "/x" then gives "//x".
+  const bool Joined =
+      FURLCommand.empty() || FURLCommand.starts_with('?') || (!FURLChannel.empty() && FURLCommand.starts_with('/'));
+  FURL = Base + FURLChannel + (Joined ? "" : "/") + FURLCommand;
+}
+
+bool TBeamAPICall::IsMandatoryPropertyPresent(std::string_view PropertyName, std::string_view Value) {
+  if (!Trim(Value).empty()) return true;
+  FLogDetails.Add(std::string(PropertyName) + " is Mandatory");
+  return false;
+}
+
+bool TBeamAPICall::IsRunningAsAService() {
+  THostSystem& System = Host().System();
+  std::uint32_t SessionId = 0;
+  // Whether the query succeeded is not looked at: one that failed leaves session 0, a service.
+  System.ProcessIdToSessionId(System.GetCurrentProcessId(), SessionId);
+  return SessionId == 0;
+}
+
+void TBeamAPICall::AddAuthorization(const std::string& BearerToken) {
+  FHeaders.Add("authorization: Bearer " + BearerToken);
+}
+
+bool TBeamAPICall::MakeCall() {
+  FStatusCode = 0;
+  FResponse.Clear();
+  SetRequestHeaders();
+  SetRequestBody();
+  if (!(ValidateRequestBody() && ValidateCommandParameters())) {
+    FResponseMessage = "No API call made due to validation errors:\r\n" + FLogDetails.Text();
+    return false;
+  }
+  try {
+    RunRequest();
+    return FStatusCode == 200;
+  } catch (const std::exception& Error) {
+    ReportProgramError(Error.what());
+  } catch (...) {
+    ReportProgramError("an error of unknown kind");
+  }
+  throw TBeamError(
+      "A program error occurred calling the Beam Superannuation API. Check the Beam Super log for details");
+}
+
+void TBeamAPICall::RunRequest() {
+  const bool Skipped = EditRequest();
+  if (!Skipped) Send();
+  EditResponse();
+  ParseResponse();
+  ExtractValuesFromResponse();
+}
+
+void TBeamAPICall::Send() {
+  const std::string Method = MethodName(FBeamCallMethod);
+  switch (FBeamCallMethod) {
+    case bcmPost:
+      FStatusCode = Host().HTTPHelper().httpNetPost(FURL, FHeaders, FBody, FLogDetails, FResponse);
+      break;
+    case bcmGet:
+      FStatusCode = Host().HTTPHelper().httpNetGet(FURL, FHeaders, FLogDetails, FResponse);
+      break;
+    case bcmPut:
+      FStatusCode = Host().HTTPHelper().httpNetPut(FURL, FHeaders, FBody, FLogDetails, FResponse);
+      break;
+    default:
+      FLogDetails.Add("Unknown HTTP method");
+      LogCall("Method=" + std::to_string(static_cast<int>(FBeamCallMethod)));
+      throw TBeamError("The Beam Superannuation API was called with an unknown Method");
+  }
+  LogCall(Method);
+}
+
+void TBeamAPICall::ParseResponse() {
+  const std::string Text = FResponse.Text();
+  auto Json = ParseJSON(Text);
+  // Some answers carry raw line breaks inside their strings: they are dropped, and only then does the text parse.
+  if (!Json && Text.find_first_of("\r\n") != std::string::npos) Json = ParseJSON(WithoutBreaksInStrings(Text));
+  if (Json && (Json->AsObject() || Json->AsArray())) FJSONResponse = std::move(Json);
+}
+
+void TBeamAPICall::ExtractValuesFromResponse() {
+  if (!FJSONResponse) return;
+  const auto FirstOf = [this](std::string_view Name, std::string_view Other) {
+    std::string Value = TBeamAPIHelper::SafeJsonValue(FJSONResponse.get(), Name);
+    return Value.empty() ? TBeamAPIHelper::SafeJsonValue(FJSONResponse.get(), Other) : Value;
+  };
+  FResponseStatus = TBeamAPIHelper::SafeJsonValue(FJSONResponse.get(), "status");
+  if (FResponseStatus.empty()) FResponseStatus = std::to_string(FStatusCode);
+  FResponseMessage = FirstOf("message", "error");
+  FResponseError = FirstOf("errorCode", "Code");
+}
+
+void TBeamAPICall::ReportProgramError(const std::string& ErrorText) {
+  if (FJSONResponse) {
+    try {
+      ExtractValuesFromResponse();
+    } catch (...) {
+      // What failed may well have been this very step; the failure is on its way to the log already.
+    }
+  } else {
+    FResponseError = ErrorText;
+    FResponseMessage = "An error occurred calling the Beam Superannuation API. Check the logs for details";
+  }
+  FLogDetails.Add("Beam API called from  " + ClassName() + " failed due to " + ErrorText);
+  LogCall(MethodName(FBeamCallMethod));
+}
+
+void TBeamAPICall::LogCall(const std::string& Method) {
+  FLastLogID = TBeamSuperLog::AddToLog(FSource, FURL, Method, FHeaders.Text(), FBody.Text(), FResponse.Text(),
+                                       FLogDetails.Text(), std::to_string(FStatusCode));
+}
+
+std::unique_ptr<TfrmResponseEditor> TBeamAPICall::OpenEditor(TEditorKind Kind, bool Wanted) {
+  if (!Wanted || !MayBeShownInEditor() || !IsUserInteractive()) return nullptr;
+  return Host().CreateResponseEditor(Kind);
+}
+
+bool TBeamAPICall::EditRequest() {
+  const auto Editor = OpenEditor(TEditorKind::Request, Host().Identity().DisplayHTTPRequestEditor());
+  if (!Editor) return false;
+  Editor->SetCaption("Edit Request");
+  Editor->SetLines(FBody);
+  if (Editor->ShowModal() != mrOk) return false;
+  FBody = Editor->Lines();
+  return Editor->SkipChecked();
+}
+
+void TBeamAPICall::EditResponse() {
+  const auto Editor = OpenEditor(TEditorKind::Response, Host().Identity().DisplayHTTPResponseEditor());
+  if (!Editor) return;
+  Editor->SetCaption("Edit Response");
+  Editor->SetLines(FResponse);
+  Editor->SetStatusText(std::to_string(FStatusCode));
+  if (Editor->ShowModal() != mrOk) return;
+  FResponse = Editor->Lines();
+  FStatusCode = IntegerOrZero(Editor->StatusText());
+}
+
+}  // namespace oxSuperAPI

@@ -1,0 +1,7 @@
+#include "oxSuperAPI/foundation/uBeamEnumerations.h"
+
+namespace oxSuperAPI {
+
+TPayrollProduct BeamPayrollProduct = ppKestrel;
+
+}  // namespace oxSuperAPI

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "oxSuperAPI/host/uBeamError.h"
+
+namespace oxSuperAPI {
+
+/// An ordered list of UTF-8 text lines: headers, bodies, responses and diagnostics travel in it.
+/// An entry may itself hold line breaks; they are carried through unchanged.
+class OXSUPERAPI_EXPORT TStringList {
+ public:
+  TStringList() = default;
+  explicit TStringList(std::vector<std::string> Lines) : FLines(std::move(Lines)) {}
+
+  void Add(std::string Line) { FLines.push_back(std::move(Line)); }
+  void Clear() { FLines.clear(); }
+  /// The list then holds exactly one entry, or none when `Text` is empty. Line breaks in it are not split.
+  void SetText(std::string Text);
+
+  std::size_t Count() const { return FLines.size(); }
+  bool IsEmpty() const { return FLines.empty(); }
+  /// Raises TBeamRangeError when `Index` is not below `Count()`.
+  const std::string& operator[](std::size_t Index) const;
+  auto begin() const { return FLines.begin(); }
+  auto end() const { return FLines.end(); }
+
+  /// The entries with CR LF between them; none after the last.
+  std::string Text() const;
+
+ private:
+  std::vector<std::string> FLines;
+};
+
+}  // namespace oxSuperAPI

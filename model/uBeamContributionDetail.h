@@ -1,0 +1,137 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "oxSuperAPI/host/uHostJson.h"
+#include "oxSuperAPI/model/uBeamMemberContribution.h"
+#include "oxSuperAPI/model/uBeamSharedRecords.h"
+
+/// A contribution batch, the body of "validate" and "submit": a detail holds employers, an employer funds, a fund
+/// members. Children are shared: the host may keep one longer than its parent.
+///
+/// For all three classes: Add ignores null; Get gives null for an index out of range; writing leaves out empty texts
+/// and nested objects and arrays that would be empty; loading overwrites the texts, appends children, and passes on
+/// the conversion error of a member, leaving the children that were complete.
+namespace oxSuperAPI {
+
+struct TBeamSmsfDetail {
+  TBeamBankAccount bankAccount;
+  std::string electronicServiceAddressAlias;
+  std::string email;
+  std::string fundName;
+  TBeamPhoneNumbers phoneNumbers;
+};
+
+/// One fund and the members whose contributions are paid into it.
+class OXSUPERAPI_EXPORT TBeamContributionFund {
+ public:
+  std::string fundEmployerNumber;
+  std::string ABN;
+  std::string USI;
+  std::string fundTransactionContextId;
+  bool isDefaultFund = false;
+  std::string organisationName;
+  TBeamSmsfDetail smsfDetail;
+
+  void AddMemberContribution(std::shared_ptr<TBeamMemberContribution> Member);
+  std::shared_ptr<TBeamMemberContribution> GetMemberContribution(std::ptrdiff_t Index) const;
+  std::size_t GetMemberContributionCount() const { return FMembers.size(); }
+
+  std::unique_ptr<TJSONObject> GetAsJsonObject() const;
+  std::string GetAsJsonString() const;
+  void LoadFromJsonObject(const TJSONObject& Source);
+
+  template <class Sink>
+  void Write(Sink& Json) const;
+
+ private:
+  std::vector<std::shared_ptr<TBeamMemberContribution>> FMembers;
+};
+
+struct TBeamEmployerDetail {
+  std::string businessIdentifierType;
+  std::string businessIdentifierValue;
+  std::string email;
+  TBeamPersonName name;
+  std::string organisationName;
+  TBeamPhoneNumbers phoneNumbers;
+};
+
+/// One employer and the funds it pays into.
+class OXSUPERAPI_EXPORT TBeamContributionEmployer {
+ public:
+  TBeamEmployerDetail employerDetail;
+  std::string employerTransactionContextId;
+
+  void AddContributionFund(std::shared_ptr<TBeamContributionFund> Fund);
+  std::shared_ptr<TBeamContributionFund> GetContributionFund(std::ptrdiff_t Index) const;
+  std::size_t GetContributionFundCount() const { return FFunds.size(); }
+
+  std::unique_ptr<TJSONObject> GetAsJsonObject() const;
+  std::string GetAsJsonString() const;
+  void LoadFromJsonObject(const TJSONObject& Source);
+
+  template <class Sink>
+  void Write(Sink& Json) const;
+
+ private:
+  std::vector<std::shared_ptr<TBeamContributionFund>> FFunds;
+};
+
+struct TBeamParticipantDetail {
+  std::string clientParticipantNumber;
+  std::string businessIdentifierType;
+  std::string businessIdentifierValue;
+  std::string email;
+  TBeamPersonName name;
+  std::string organisationName;
+  TBeamPhoneNumbers phoneNumbers;
+};
+
+/// How the batch is paid and refunded. `paymentType` is one of TBeamSuperAPIPaymentMethodString.
+struct TBeamPaymentDetail {
+  std::string businessIdentifierType;
+  std::string businessIdentifierValue;
+  TBeamBankAccount directDebitAccount;
+  std::string organisationName;
+  std::string paymentType;
+  TBeamBankAccount refundAccount;
+};
+
+/// `messageId` and `time` are set by every PostContribution: a new GUID and the UTC moment.
+struct TBeamMessageIdentifier {
+  std::string messageId;
+  std::string processId;
+  std::string time;
+};
+
+/// The whole batch.
+class OXSUPERAPI_EXPORT TBeamContributionDetail {
+ public:
+  TBeamParticipantDetail participant;
+  TBeamPaymentDetail payment;
+  TBeamMessageIdentifier identifier;
+  std::string version;
+  /// Key of the call log row of the last PostContribution with this batch, 0 when none was written. Never in JSON.
+  std::int32_t BeamSuperLogID = 0;
+
+  void AddContributionEmployer(std::shared_ptr<TBeamContributionEmployer> Employer);
+  std::shared_ptr<TBeamContributionEmployer> GetContributionEmployer(std::ptrdiff_t Index) const;
+  std::size_t GetContributionEmployerCount() const { return FEmployers.size(); }
+
+  std::unique_ptr<TJSONObject> GetAsJsonObject() const;
+  std::string GetAsJsonString() const;
+  void LoadFromJsonObject(const TJSONObject& Source);
+
+  template <class Sink>
+  void Write(Sink& Json) const;
+
+ private:
+  std::vector<std::shared_ptr<TBeamContributionEmployer>> FEmployers;
+};
+
+}  // namespace oxSuperAPI

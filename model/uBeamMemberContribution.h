@@ -1,0 +1,154 @@
+#pragma once
+
+#include <array>
+#include <memory>
+#include <string>
+
+#include "oxSuperAPI/host/uHostJson.h"
+#include "oxSuperAPI/model/uBeamSharedRecords.h"
+
+namespace oxSuperAPI {
+
+struct TBeamMemberAddress {
+  std::string addressType;
+  std::string countryCode;
+  std::string line1;
+  std::string line2;
+  std::string line3;
+  std::string line4;
+  std::string postCode;
+  std::string state;
+  std::string suburb;
+
+  template <class Sink>
+  void Write(Sink& Json) const;
+  void Read(const TBeamRecordReader& Json);
+};
+
+/// A number or a text with the dates between which it holds (wire form, passed through).
+struct TBeamDatedValue {
+  std::string endDate;
+  std::string startDate;
+  double value = 0;
+};
+struct TBeamDatedText {
+  std::string endDate;
+  std::string startDate;
+  std::string value;
+};
+
+/// An entry without an end date is never written, and the description never is.
+struct TBeamRegistrationOtherDetail {
+  std::string description;
+  std::string endDate;
+  std::string startDate;
+  std::string text;
+};
+
+/// An entry whose amount is exactly 0 is never written.
+struct TBeamOtherContributionAmount {
+  double amount = 0;
+  std::string description;
+};
+
+/// An entry without a description is never written.
+struct TBeamOtherContributionDetail {
+  std::string description;
+  std::string text;
+};
+
+/// The defined-benefit data of a member. The three notional contributions are read and never written.
+struct TBeamDefinedBenefits {
+  double actualHoursPaid = 0;
+  double actualPeriodicSalaryOrWagesEarned = 0;
+  std::string annualSalaryForBenefitsEffectiveDate;
+  std::string annualSalaryForInsuranceEffectiveDate;
+  double contractedHours = 0;
+  double definedBenefitEmployerContribution = 0;
+  TBeamDatedValue definedBenefitEmployerRate;
+  double definedBenefitNotionalEmployerContribution = 0;
+  double definedBenefitMemberPostTaxContribution = 0;
+  double definedBenefitMemberPreTaxContribution = 0;
+  TBeamDatedValue definedBenefitMemberRate;
+  double definedBenefitNotionalMemberPostTaxContribution = 0;
+  double definedBenefitNotionalMemberPreTaxContribution = 0;
+  /// The first entry is never written, nor one without an end date.
+  std::array<TBeamDatedValue, MaxTableEntries> definedBenefitsAnnualSalary;
+  std::string employeeBenefitCategoryEffectiveDate;
+  TBeamDatedText employeeLocationIdentifier;
+  std::string employeeStatusEffectiveDate;
+  double fullTimeHours = 0;
+  TBeamDatedText leaveWithoutPayCode;
+  double notionalSuperannuableAllowances = 0;
+  double ordinaryTimeEarnings = 0;
+  TBeamDatedValue serviceFraction;
+  std::string serviceFractionEffectiveDate;
+  double superannuableAllowancesPaid = 0;
+
+  template <class Sink>
+  void Write(Sink& Json) const;
+  void Read(const TBeamRecordReader& Json);
+};
+
+/// One member's line in a contribution batch. Amounts are dollars; dates are texts in wire form (YYYY-MM-DD), passed
+/// through unchanged; text flags are "true" or anything else ("" is left out).
+///
+/// Writer and reader are not mirror images: docs/wire.md lists what is lost on the way back, and why.
+class OXSUPERAPI_EXPORT TBeamMemberContribution {
+ public:
+  TBeamMemberAddress address;
+  std::string annualSalaryContributionsEndDate;
+  std::string annualSalaryContributionsStartDate;
+  double annualSalaryForBenefits = 0;
+  double annualSalaryForContributions = 0;
+  double annualSalaryForInsurance = 0;
+  std::string atWork;  ///< text flag
+  double awardOrProductivityAmount = 0;
+  std::string benefitCategory;
+  double childContributionsAmount = 0;
+  TBeamDefinedBenefits definedBenefits;
+  std::string dob;
+  std::string email;
+  std::string employerProvidedTaxFileNumber;
+  std::string employmentEndDate;
+  std::string employmentEndReason;
+  std::string employmentStartDate;
+  std::string employmentStatus;  ///< written, never read back
+  std::string fundRegistrationDate;
+  std::string gender;
+  std::string insuranceOptOut;  ///< text flag
+  std::string memberNumber;
+  std::string memberRegistrationAmendmentReason;
+  std::array<TBeamRegistrationOtherDetail, MaxTableEntries> memberRegistrationOtherDetails;
+  std::string memberTransactionContextId;
+  TBeamPersonName name;
+  std::string occupationDescription;
+  std::array<TBeamOtherContributionAmount, MaxTableEntries> otherContributionAmounts;
+  std::array<TBeamOtherContributionDetail, MaxTableEntries> otherContributionDetails;
+  double otherThirdPartyContributionsAmount = 0;
+  std::string payPeriodEndDate;
+  std::string payPeriodStartDate;
+  std::string payrollNumber;
+  double personalContributionsAmount = 0;
+  TBeamPhoneNumbers phoneNumbers;
+  double salarySacrificedAmount = 0;
+  double spouseContributionsAmount = 0;
+  std::string superContributionCeaseDate;
+  std::string superContributionCommenceDate;
+  double superGuaranteeAmount = 0;
+  double voluntaryAmount = 0;
+  double weeklyHoursWorked = 0;
+
+  std::unique_ptr<TJSONObject> GetAsJsonObject() const;
+  /// Pretty-printed.
+  std::string GetAsJsonString() const;
+  /// Overwrites what the reader knows and leaves the rest. Raises TBeamConversionError at the first number that is
+  /// missing or malformed (only `annualSalaryForBenefits` may be missing); fields read before keep their new values.
+  void LoadFromJsonObject(const TJSONObject& Source);
+
+  /// The description of the JSON, for either sink (TJSONObjectHelper, TJSONTextWriter).
+  template <class Sink>
+  void Write(Sink& Json) const;
+};
+
+}  // namespace oxSuperAPI

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "oxSuperAPI/foundation/uBeamAPIHelper.h"
+#include "oxSuperAPI/model/uBeamSharedRecords.h"
+
+namespace oxSuperAPI {
+
+/// Reads the members of one JSON object by name, for the records' own use; the counterpart of the sinks that they
+/// write to. Reading nothing (a missing object) gives empty texts.
+class TBeamRecordReader {
+ public:
+  TBeamRecordReader(TJSONView Json) : FJson(Json) {}
+
+  std::string Text(std::string_view Name) const { return TBeamAPIHelper::ValueAsString(FJson, "", Name); }
+  bool Boolean(std::string_view Name) const { return TBeamAPIHelper::ValueAsBool(FJson, "", Name); }
+  /// Raises TBeamConversionError when the number is missing or malformed.
+  double Number(std::string_view Name) const { return TBeamAPIHelper::ValueAsStrictDouble(FJson, "", Name); }
+  /// 0 when it is missing.
+  double NumberOrZero(std::string_view Name) const { return TBeamAPIHelper::ValueAsDouble(FJson, "", Name); }
+
+  /// What is below `Name`, or nothing: for members that are read whether or not their parent is there.
+  TBeamRecordReader Below(std::string_view Name) const { return TJSONView(Find(Name)); }
+
+  /// Whether there is a member of that name that is not null.
+  bool Has(std::string_view Name) const {
+    const TJSONValue* Member = Find(Name);
+    return Member && !Member->IsNull();
+  }
+
+  /// Runs `Read` on the member's own reader when it holds an object; else the fields keep their values.
+  template <class ReadObject>
+  void Object(std::string_view Name, ReadObject Read) const {
+    ReadObjectOf(Find(Name), Read);
+  }
+  /// The same with the first member of that name at any depth, as `FindByName` finds it.
+  template <class ReadObject>
+  void ObjectAnywhere(std::string_view Name, ReadObject Read) const {
+    ReadObjectOf(TBeamAPIHelper::FindByName(FJson, Name), Read);
+  }
+
+  /// Runs `Read` on each element when the member holds an array; false when it does not. Raises TBeamTypeError at an
+  /// element that is no object.
+  template <class ReadElement>
+  bool Array(std::string_view Name, ReadElement Read) const {
+    return ReadElementsOf(Find(Name), Name, Read);
+  }
+  template <class ReadElement>
+  bool ArrayAnywhere(std::string_view Name, ReadElement Read) const {
+    return ReadElementsOf(TBeamAPIHelper::FindByName(FJson, Name), Name, Read);
+  }
+
+  /// When the member holds an array, fills the table from its first entry, one entry an element, and leaves the
+  /// entries behind them as they are. Elements beyond the table are not looked at.
+  template <class Entry, class ReadEntry>
+  void FillTable(std::string_view Name, std::array<Entry, MaxTableEntries>& Table, ReadEntry Read) const {
+    const TJSONArray* Elements = FindArray(Name);
+    for (std::size_t Index = 0; Elements && Index < Elements->Count() && Index < Table.size(); ++Index)
+      Read(TBeamRecordReader(ObjectOf(Elements->Elements()[Index], Name)), Table[Index]);
+  }
+
+  /// The same, after emptying the whole table.
+  template <class Entry, class ReadEntry>
+  void ReplaceTable(std::string_view Name, std::array<Entry, MaxTableEntries>& Table, ReadEntry Read) const {
+    if (FindArray(Name)) Table = {};
+    FillTable(Name, Table, Read);
+  }
+
+ private:
+  const TJSONValue* Find(std::string_view Name) const { return FJson.Object() ? FJson.Object()->Find(Name) : nullptr; }
+  const TJSONArray* FindArray(std::string_view Name) const {
+    const TJSONValue* Member = Find(Name);
+    return Member ? Member->AsArray() : nullptr;
+  }
+  template <class ReadObject>
+  static void ReadObjectOf(const TJSONValue* Value, ReadObject& Read) {
+    if (Value && Value->AsObject()) Read(TBeamRecordReader(Value));
+  }
+  template <class ReadElement>
+  static bool ReadElementsOf(const TJSONValue* Value, std::string_view Name, ReadElement& Read) {
+    if (!Value || !Value->AsArray()) return false;
+    for (const TJSONValue& Element : Value->AsArray()->Elements()) Read(ObjectOf(Element, Name));
+    return true;
+  }
+  static const TJSONObject& ObjectOf(const TJSONValue& Element, std::string_view ArrayName) {
+    if (Element.AsObject()) return *Element.AsObject();
+    throw TBeamTypeError("The JSON array \"" + std::string(ArrayName) + "\" holds an element that is not an object");
+  }
+
+  TJSONView FJson;
+};
+
+}  // namespace oxSuperAPI

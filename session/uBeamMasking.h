@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "oxSuperAPI/host/uBeamError.h"
+
+namespace oxSuperAPI {
+
+/// Masks what follows each occurrence of `Key` (lower case; found in any letter case): every character up to the next
+/// "&", ";", ",", "{" or "}" becomes "*", but blanks, double quotes and colons stay, so that a JSON pair keeps its
+/// shape. An occurrence with nothing before the next delimiter ends the search: later ones stay visible, as in the rows
+/// that hosts already have. Linear in the length of the text.
+OXSUPERAPI_EXPORT std::string HideString(std::string_view Text, std::string_view Key);
+
+/// Masks client ids, client secrets and UUIDs in a text bound for a log. Bearer tokens are not among them.
+OXSUPERAPI_EXPORT std::string HideCredentials(std::string_view Text);
+
+}  // namespace oxSuperAPI

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "oxSuperAPI/host/uHost.h"
+#include "oxSuperAPI/testing/uFault.h"
+
+namespace oxSuperAPI {
+
+/// A host log that remembers its lines.
+class TFakeLog : public THostLog {
+ public:
+  struct TEntry {
+    std::string Text;
+    int Kind = 0;
+    TLogSeverity Severity = TLogSeverity::Information;
+
+    bool operator==(const TEntry&) const = default;
+  };
+
+  TFaults Faults{"AddToLog"};
+  std::vector<TEntry> Entries;
+
+  /// The texts alone, in order.
+  std::vector<std::string> Texts() const;
+
+  void AddToLog(const std::string& Text, int Kind, TLogSeverity Severity) override;
+};
+
+}  // namespace oxSuperAPI

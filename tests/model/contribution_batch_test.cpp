@@ -1,0 +1,138 @@
+#include <gtest/gtest.h>
+
+#include "../support/documents.h"
+#include "maximal_documents.h"
+#include "oxSuperAPI/model/uBeamSuperObjects.h"
+
+namespace oxSuperAPI {
+namespace {
+
+template <class Record>
+void Load(Record& Loaded, std::string_view Text) {
+  Loaded.LoadFromJsonObject(*Document(Text).AsObject());
+}
+
+std::string Written(const auto& Record) {
+  return PrintJSON(*Record.GetAsJsonObject(), TJSONLayout::Compact);
+}
+
+TEST(ContributionBatch, EmptyRecordsWriteOnlyWhatIsAlwaysSent) {
+  EXPECT_EQ(TBeamContributionDetail().GetAsJsonString(), "{}");
+  EXPECT_EQ(TBeamContributionEmployer().GetAsJsonString(), "{}");
+  EXPECT_EQ(Written(TBeamContributionFund()), R"({"fundIdentifier":{},"isDefaultFund":false})");
+}
+
+TEST(ContributionBatch, EmptyChildrenAreElementsAllTheSame) {
+  TBeamContributionFund Fund;
+  Fund.AddMemberContribution(std::make_shared<TBeamMemberContribution>());
+  EXPECT_EQ(Written(Fund), R"({"fundIdentifier":{},"isDefaultFund":false,"members":[{}]})");
+  TBeamContributionDetail Batch;
+  Batch.AddContributionEmployer(std::make_shared<TBeamContributionEmployer>());
+  EXPECT_EQ(Written(Batch), R"({"contributionDetail":{"employers":[{}]}})");
+  EXPECT_EQ(Batch.GetAsJsonString(), PrintJSON(*Batch.GetAsJsonObject(), TJSONLayout::Pretty));
+}
+
+TEST(ContributionBatch, NullChildrenAreIgnoredAndIndexesOutOfRangeGiveNull) {
+  TBeamContributionDetail Batch;
+  Batch.AddContributionEmployer(nullptr);
+  EXPECT_EQ(Batch.GetContributionEmployerCount(), 0u);
+  auto Employer = std::make_shared<TBeamContributionEmployer>();
+  Batch.AddContributionEmployer(Employer);
+  EXPECT_EQ(Batch.GetContributionEmployer(0), Employer);
+  for (std::ptrdiff_t Index : {std::ptrdiff_t{-1}, std::ptrdiff_t{1}, PTRDIFF_MIN, PTRDIFF_MAX})
+    EXPECT_EQ(Batch.GetContributionEmployer(Index), nullptr) << Index;
+  TBeamContributionEmployer Parent;
+  Parent.AddContributionFund(nullptr);
+  EXPECT_EQ(Parent.GetContributionFund(0), nullptr);
+  TBeamContributionFund Fund;
+  Fund.AddMemberContribution(nullptr);
+  EXPECT_EQ(Fund.GetMemberContribution(-1), nullptr);
+}
+
+TEST(ContributionBatch, AChildOutlivesItsParent) {
+  std::shared_ptr<TBeamMemberContribution> Member;
+  {
+    TBeamContributionDetail Batch;
+    Load(Batch, BatchAsRead);
+    Member = Batch.GetContributionEmployer(0)->GetContributionFund(0)->GetMemberContribution(0);
+  }
+  EXPECT_EQ(Member->superGuaranteeAmount, 1);
+}
+
+TEST(ContributionBatch, LoadingTwiceDoublesTheChildren) {
+  TBeamContributionDetail Batch;
+  Load(Batch, BatchAsRead);
+  Load(Batch, BatchAsRead);
+  EXPECT_EQ(Batch.GetContributionEmployerCount(), 2u);
+  EXPECT_EQ(Batch.GetContributionEmployer(1)->GetContributionFund(0)->GetMemberContributionCount(), 1u);
+}
+
+TEST(ContributionBatch, NestedObjectsThatAreMissingLeaveTheirFieldsAndPresentOnesEmptyThem) {
+  TBeamContributionDetail Batch;
+  Load(Batch, BatchAsRead);
+  Load(Batch, R"({"contributionDetail":{"participantDetail":{"name":{"title":"Dr"},"businessIdentifier":null},
+                  "paymentDetail":7},"identifier":{"messageId":"new"}})");
+  EXPECT_EQ(Batch.participant.email, "");
+  EXPECT_EQ(Batch.participant.name.title, "Dr");
+  EXPECT_EQ(Batch.participant.name.familyName, "");
+  EXPECT_EQ(Batch.participant.businessIdentifierValue, "participant value");
+  EXPECT_EQ(Batch.payment.organisationName, "payment organisation");
+  EXPECT_EQ(Batch.identifier.messageId, "new");
+  EXPECT_EQ(Batch.identifier.time, "");
+  EXPECT_EQ(Batch.version, "");
+}
+
+TEST(ContributionBatch, PhoneTablesOfFundsAreEmptiedFirstTheOthersAreNot) {
+  constexpr std::string_view Six = R"("phoneNumbers":[{"number":"1"},{"number":"2"},{"number":"3"},{"number":"4"},
+                                       {"number":"5"},{"number":"6"}]})";
+  constexpr std::string_view One = R"("phoneNumbers":[{"number":"9"}]})";
+  TBeamContributionDetail Batch;
+  TBeamContributionEmployer Employer;
+  TBeamContributionFund Fund;
+  for (const std::string_view Phones : {Six, One}) {
+    const std::string Text(Phones);
+    Load(Batch, R"({"contributionDetail":{"participantDetail":{)" + Text + "}}");
+    Load(Employer, R"({"employerDetail":{)" + Text + "}");
+    Load(Fund, R"({"smsfDetail":{)" + Text + "}");
+  }
+  const std::string Kept[] = {"9", "2", "3", "4", "5"};
+  const std::string Emptied[] = {"9", "", "", "", ""};
+  for (std::size_t Index = 0; Index < MaxTableEntries; ++Index) {
+    EXPECT_EQ(Batch.participant.phoneNumbers[Index].number, Kept[Index]);
+    EXPECT_EQ(Employer.employerDetail.phoneNumbers[Index].number, Kept[Index]);
+    EXPECT_EQ(Fund.smsfDetail.phoneNumbers[Index].number, Emptied[Index]);
+  }
+}
+
+TEST(ContributionBatch, OnlyAJsonBooleanMakesADefaultFund) {
+  TBeamContributionFund Fund;
+  Load(Fund, R"({"isDefaultFund":true})");
+  EXPECT_TRUE(Fund.isDefaultFund);
+  Load(Fund, R"({"isDefaultFund":"true"})");
+  EXPECT_FALSE(Fund.isDefaultFund);
+}
+
+TEST(ContributionBatch, ARefusedMemberIsNotAddedAndTheChildrenBeforeItStay) {
+  TBeamContributionFund Fund;
+  Fund.organisationName = "old";
+  EXPECT_THROW(Load(Fund, R"({"fundEmployerNumber":"new","members":[)" + std::string(SmallestMember) + R"(,{}],
+                              "organisationName":"new"})"),
+               TBeamConversionError);
+  EXPECT_EQ(Fund.GetMemberContributionCount(), 1u);
+  EXPECT_EQ(Fund.fundEmployerNumber, "new");
+  EXPECT_EQ(Fund.organisationName, "old");
+
+  TBeamContributionEmployer Employer;
+  EXPECT_THROW(Load(Employer, R"({"funds":[{},{"members":[{}]},{}]})"), TBeamConversionError);
+  EXPECT_EQ(Employer.GetContributionFundCount(), 1u);
+  EXPECT_THROW(Load(Employer, R"({"funds":["not an object"]})"), TBeamTypeError);
+}
+
+TEST(ContributionBatch, TheLogIdentifierIsNeverInTheText) {
+  TBeamContributionDetail Batch;
+  Batch.BeamSuperLogID = 12;
+  EXPECT_EQ(Batch.GetAsJsonString(), "{}");
+}
+
+}  // namespace
+}  // namespace oxSuperAPI

@@ -1,0 +1,227 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+
+#include "../support/documents.h"
+#include "maximal_documents.h"
+#include "oxSuperAPI/model/uBeamMemberContribution.h"
+
+namespace oxSuperAPI {
+namespace {
+
+void Load(TBeamMemberContribution& Member, std::string_view Text) {
+  Member.LoadFromJsonObject(*Document(Text).AsObject());
+}
+
+std::string Written(const TBeamMemberContribution& Member) {
+  return PrintJSON(*Member.GetAsJsonObject(), TJSONLayout::Compact);
+}
+
+// The message with which a document is refused, "" when it is read.
+std::string Refusal(TBeamMemberContribution& Member, std::string_view Text) {
+  try {
+    Load(Member, Text);
+  } catch (const TBeamConversionError& Error) {
+    return Error.what();
+  }
+  return "";
+}
+
+// A member of nothing but the numbers that may not be missing, and further members.
+std::string SmallestWith(std::string_view More) {
+  return ReplaceFirst(SmallestMember, "{", "{" + std::string(More) + ",");
+}
+
+TEST(MemberContribution, OnlyWhatIsFilledIsWritten) {
+  struct {
+    const char* What;
+    std::function<void(TBeamMemberContribution&)> Fill;
+    const char* Json;
+  } const Cases[] = {
+      {"nothing", [](auto&) {}, "{}"},
+      {"two fields", [](auto& Member) { Member.payrollNumber = "P1", Member.superGuaranteeAmount = 1234.5; },
+       R"({"payrollNumber":"P1","superGuaranteeAmount":"1234.50"})"},
+      {"amounts just inside and on the bounds of zero",
+       [](auto& Member) { Member.voluntaryAmount = 0.0099999, Member.weeklyHoursWorked = -0.01; },
+       R"({"weeklyHoursWorked":"-0.01"})"},
+      {"text flags", [](auto& Member) { Member.atWork = "TRUE", Member.insuranceOptOut = "yes"; },
+       R"({"atWork":true,"insuranceOptOut":false})"},
+      {"a rate of a value only", [](auto& Member) { Member.definedBenefits.definedBenefitEmployerRate.value = 9.5; },
+       R"({"definedBenefits":{"definedBenefitEmployerRate.":{"value":"9.50"}}})"},
+      {"notional contributions",
+       [](auto& Member) {
+         Member.definedBenefits.definedBenefitNotionalEmployerContribution = 1;
+         Member.definedBenefits.definedBenefitNotionalMemberPostTaxContribution = 2;
+         Member.definedBenefits.definedBenefitNotionalMemberPreTaxContribution = 3;
+       },
+       "{}"},
+      {"annual salaries: the first, and one without an end date",
+       [](auto& Member) {
+         Member.definedBenefits.definedBenefitsAnnualSalary[0] = {"2024-06-30", "2023-07-01", 1};
+         Member.definedBenefits.definedBenefitsAnnualSalary[2] = {"", "2023-07-01", 2};
+       },
+       "{}"},
+      {"the last annual salary",
+       [](auto& Member) {
+         Member.definedBenefits.definedBenefitsAnnualSalary[4] = {"2024-06-30", "", 0.5};
+       },
+       R"({"definedBenefits":{"definedBenefitsAnnualSalary":[{"endDate":"2024-06-30","value":"0.50"}]}})"},
+      {"list entries without what makes them count",
+       [](auto& Member) {
+         Member.memberRegistrationOtherDetails[0] = {"description", "", "2024-01-01", "text"};
+         Member.otherContributionAmounts[0] = {0, "description"};
+         Member.otherContributionDetails[0] = {"", "text"};
+         Member.phoneNumbers[0] = {"02", "", "HOME"};
+       },
+       "{}"},
+      {"gaps in lists are closed",
+       [](auto& Member) {
+         Member.phoneNumbers[1].number = "1";
+         Member.phoneNumbers[4].number = "2";
+       },
+       R"({"phoneNumbers":[{"number":"1"},{"number":"2"}]})"},
+      {"an amount that is not zero but too small to be written",
+       [](auto& Member) {
+         Member.otherContributionAmounts[0].amount = 0.004;
+         Member.otherContributionAmounts[1] = {0.004, "d"};
+       },
+       R"({"otherContributionAmounts":[{"description":"d"}]})"},
+  };
+  for (const auto& Case : Cases) {
+    TBeamMemberContribution Member;
+    Case.Fill(Member);
+    EXPECT_EQ(Written(Member), Case.Json) << Case.What;
+  }
+}
+
+TEST(MemberContribution, ANumberWithoutWireFormIsRefusedByTheWriter) {
+  TBeamMemberContribution Member;
+  Member.voluntaryAmount = std::nan("");
+  EXPECT_THROW(Member.GetAsJsonString(), TBeamConversionError);
+  Member.voluntaryAmount = HUGE_VAL;
+  EXPECT_THROW(Member.GetAsJsonObject(), TBeamConversionError);
+}
+
+TEST(MemberContribution, EachFieldIsReadFromItsOwnKey) {
+  TBeamMemberContribution Member;
+  Load(Member, MemberAsRead);
+  EXPECT_EQ(Member.address.suburb, "suburb");
+  EXPECT_EQ(Member.annualSalaryForBenefits, 1.01);
+  EXPECT_EQ(Member.atWork, "true");
+  EXPECT_EQ(Member.insuranceOptOut, "false");
+  EXPECT_EQ(Member.name.otherGivenName, "otherGivenName");
+  EXPECT_EQ(Member.memberRegistrationOtherDetails[4].description, "5 description");
+  EXPECT_EQ(Member.otherContributionAmounts[1].amount, 28.28);
+  EXPECT_EQ(Member.weeklyHoursWorked, 38.38);
+  EXPECT_EQ(Member.definedBenefits.annualSalaryForInsuranceEffectiveDate, "annualSalaryForInsuranceEffectiveDate");
+  EXPECT_EQ(Member.definedBenefits.definedBenefitNotionalEmployerContribution, 11.11);
+  EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[0].startDate, "1 startDate");
+  EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[0].value, 17.17);
+  EXPECT_EQ(Member.definedBenefits.leaveWithoutPayCode.value, "leaveWithoutPayCode value");
+}
+
+TEST(MemberContribution, EveryNumberButOneMustBeThere) {
+  for (const char* Name : {"annualSalaryForContributions",
+                           "annualSalaryForInsurance",
+                           "awardOrProductivityAmount",
+                           "childContributionsAmount",
+                           "otherThirdPartyContributionsAmount",
+                           "personalContributionsAmount",
+                           "salarySacrificedAmount",
+                           "spouseContributionsAmount",
+                           "superGuaranteeAmount",
+                           "voluntaryAmount",
+                           "weeklyHoursWorked",
+                           "actualHoursPaid",
+                           "actualPeriodicSalaryOrWagesEarned",
+                           "contractedHours",
+                           "definedBenefitEmployerContribution",
+                           "definedBenefitNotionalEmployerContribution",
+                           "definedBenefitMemberPostTaxContribution",
+                           "definedBenefitMemberPreTaxContribution",
+                           "definedBenefitNotionalMemberPostTaxContribution",
+                           "definedBenefitNotionalMemberPreTaxContribution",
+                           "fullTimeHours",
+                           "notionalSuperannuableAllowances",
+                           "ordinaryTimeEarnings",
+                           "superannuableAllowancesPaid",
+                           "amount"}) {
+    TBeamMemberContribution Member;
+    const std::string Key = '"' + std::string(Name) + "\":\"";
+    EXPECT_EQ(Refusal(Member, ReplaceFirst(MemberAsRead, Key, "\"missing\":\"")),
+              std::string(Name) + " value >< is not a floating point number");
+    EXPECT_EQ(Refusal(Member, ReplaceFirst(MemberAsRead, Key, Key + "$")).substr(0, std::string(Name).size() + 9),
+              std::string(Name) + " value >$");
+  }
+  TBeamMemberContribution Member;
+  Member.annualSalaryForBenefits = 5;
+  EXPECT_EQ(Refusal(Member, ReplaceFirst(MemberAsRead, "annualSalaryForBenefits", "missing")), "");
+  EXPECT_EQ(Member.annualSalaryForBenefits, 0);
+}
+
+TEST(MemberContribution, FieldsBeforeARefusedNumberKeepTheirNewValues) {
+  TBeamMemberContribution Member;
+  Member.annualSalaryForInsurance = 7;
+  Member.payrollNumber = "old";
+  EXPECT_EQ(Refusal(Member, R"({"payrollNumber":"new","annualSalaryForInsurance":"8","annualSalaryForBenefits":"9",
+                                "address":{"line1":"new"}})"),
+            "annualSalaryForContributions value >< is not a floating point number");
+  EXPECT_EQ(Member.address.line1, "new");
+  EXPECT_EQ(Member.annualSalaryForBenefits, 9);
+  EXPECT_EQ(Member.annualSalaryForInsurance, 7);
+  EXPECT_EQ(Member.payrollNumber, "old");
+}
+
+TEST(MemberContribution, WhatIsMissingBecomesEmptyOrStays) {
+  TBeamMemberContribution Member;
+  Load(Member, MemberAsRead);
+  Member.employmentStatus = "stays";
+  Load(Member, SmallestWith(R"("employmentStatus":"not read","definedBenefits":null,"address":"no object")"));
+  EXPECT_EQ(Member.employmentStatus, "stays");
+  EXPECT_EQ(Member.address.line1, "line1") << "read only from an object";
+  EXPECT_EQ(Member.definedBenefits.fullTimeHours, 22.22) << "read only from an object";
+  EXPECT_EQ(Member.phoneNumbers[4].number, "5 number") << "read only from an array";
+  EXPECT_EQ(Member.dob, "");
+  EXPECT_EQ(Member.name.familyName, "") << "read whether or not there is a name";
+}
+
+TEST(MemberContribution, ListsAreEmptiedAndFilledUpToFiveButNotTheAnnualSalaries) {
+  TBeamMemberContribution Member;
+  Load(Member, MemberAsRead);
+  Load(Member, SmallestWith(R"("memberRegistrationOtherDetails":[{"text":"one"}],"otherContributionAmounts":[],
+    "otherContributionDetails":[{},{"text":"two"}],"phoneNumbers":[{"number":"1"},{"number":"2"},{"number":"3"},
+    {"number":"4"},{"number":"5"},{"number":"6"},7])"));
+  EXPECT_EQ(Member.memberRegistrationOtherDetails[0].text, "one");
+  EXPECT_EQ(Member.memberRegistrationOtherDetails[0].description, "");
+  EXPECT_EQ(Member.memberRegistrationOtherDetails[4].text, "");
+  EXPECT_EQ(Member.otherContributionAmounts[0].amount, 0);
+  EXPECT_EQ(Member.otherContributionDetails[1].text, "two");
+  EXPECT_EQ(Member.phoneNumbers[4].number, "5");
+  EXPECT_EQ(Member.phoneNumbers[0].areaCode, "");
+
+  std::string Salaries = R"("definedBenefitsAnnualSalary":[)";
+  for (const char* Value : {"91", "92"})
+    Salaries += R"({"sefinedBenefitsAnnualSalary":{"value":")" + std::string(Value) + R"("}},)";
+  Salaries.back() = ']';
+  const std::size_t Start = MemberAsRead.find(R"("definedBenefitsAnnualSalary":[)");
+  const std::size_t End = MemberAsRead.find("]", Start) + 1;
+  Load(Member, ReplaceFirst(MemberAsRead, MemberAsRead.substr(Start, End - Start), Salaries));
+  EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[1].value, 92);
+  EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[1].endDate, "");
+  EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[2].endDate, "3 endDate") << "not emptied first";
+}
+
+TEST(MemberContribution, AListElementThatIsNoObjectIsRefused) {
+  TBeamMemberContribution Member;
+  EXPECT_THROW(Load(Member, SmallestWith(R"("phoneNumbers":["02"])")), TBeamTypeError);
+}
+
+TEST(MemberContribution, WrittenDefinedBenefitsCannotBeReadBack) {
+  TBeamMemberContribution Member;
+  EXPECT_EQ(Refusal(Member, MemberAsWritten), "value value >< is not a floating point number")
+      << "the employer rate, written with a full stop";
+}
+
+}  // namespace
+}  // namespace oxSuperAPI

@@ -1,0 +1,219 @@
+#include <gtest/gtest.h>
+
+#include "../support/test_host.h"
+#include "oxSuperAPI/foundation/uBeamDates.h"
+
+namespace oxSuperAPI {
+namespace {
+
+TEST(Environment, FollowsCountryDomainComputerAndForcedSetting) {
+  const struct {
+    std::uint8_t Country;
+    const char *Domain, *Computer, *Forced;
+    TBeamSuperEnvironment Expected;
+  } Cases[] = {
+      {4, "CORP", "PPP1", "PROD", bsenvIntgDev},
+      {5, "UKTEST", "", "", bsenvIntgDev},
+      {5, "UKTEST", "", "DEV", bsenvIntgDev},
+      {5, "UKTEST", "", "prod", bsenvIntgDev},
+      {5, "uktest", "", "qa", bsenvIntgDev},
+      {5, "uktest", "", "QA", bsenvAcptQa},
+      {5, "UK", "", "PROD", bsenvProdLive},
+      {5, "U", "", "QA", bsenvProdLive},
+      {5, "", "", "QA", bsenvProdLive},
+      {5, "\xC3\x9CKTEST", "", "QA", bsenvProdLive},
+      {5, "CORP", "PPP1", "DEV", bsenvProdLive},
+      {5, "my.HostedKestrel.net", "PC1", "DEV", bsenvProdLive},
+      {5, "my.HostedKestrel.net", "ppp1", "DEV", bsenvProdLive},
+      {5, "my.HostedKestrel.net", "APPP1", "DEV", bsenvIntgDev},
+      {5, "my.HostedKestrel.net", "APPP1", "QA", bsenvAcptQa},
+      {5, "my.HostedKestrel.net", "APPP1", "qa", bsenvProdLive},
+      {5, "my.HostedKestrel.net", "APPP1", "", bsenvProdLive},
+      {5, "UKHOSTEDKESTREL", "PPP1", "", bsenvIntgDev},
+  };
+  for (const auto& Case : Cases) {
+    SCOPED_TRACE(std::string(Case.Domain) + "/" + Case.Computer + "/" + Case.Forced);
+    TTestHost Host;
+    Host.FakeIdentity.Country = Case.Country;
+    Host.FakeIdentity.Domain = Case.Domain;
+    Host.FakeIdentity.Computer = Case.Computer;
+    Host.FakeIdentity.ForcedEnvironment = Case.Forced;
+    EXPECT_EQ(Global().GetBeamSuperEnvironment(), Case.Expected);
+    TLines Expected;
+    if (Case.Country == 5 && Case.Expected == bsenvIntgDev) Expected = {"0 Using Super Clearing Dev Environment"};
+    if (Case.Expected == bsenvAcptQa) Expected = {"0 Using Super Clearing QA Environment"};
+    EXPECT_EQ(Host.LogLines(), Expected);
+    for (const auto& Entry : Host.FakeLog.Entries) EXPECT_EQ(Entry.Kind, 75);
+  }
+}
+
+TEST(Environment, IsDecidedOnceButAForeignCountryStores) {
+  TTestHost Host;
+  Host.FakeIdentity.ForcedEnvironment = "QA";
+  EXPECT_EQ(Global().GetBeamSuperEnvironment(), bsenvAcptQa);
+  Host.FakeIdentity.ForcedEnvironment = "PROD";
+  EXPECT_EQ(Global().GetBeamSuperEnvironment(), bsenvAcptQa);
+  Host.FakeIdentity.Country = 1;
+  EXPECT_EQ(Global().GetBeamSuperEnvironment(), bsenvIntgDev);
+  Host.FakeIdentity.Country = 5;
+  EXPECT_EQ(Global().GetBeamSuperEnvironment(), bsenvIntgDev) << "no longer undecided";
+  EXPECT_EQ(Host.LogLines(), TLines{"0 Using Super Clearing QA Environment"});
+}
+
+TEST(GlobalState, IsMadeOnFirstUseAndForgottenByFinalize) {
+  TTestHost Host;
+  EXPECT_EQ(TBeamSuperGlobal::FBeamSuperGlobal, nullptr);
+  TBeamSuperGlobal::Finalize();
+  EXPECT_EQ(TBeamSuperGlobal::FBeamSuperGlobal, nullptr);
+  Host.AddActivatedCustomer();
+  Host.AnswerTokens();
+  for (const std::size_t Round : {1u, 2u}) {
+    EXPECT_EQ(&Global(), TBeamSuperGlobal::FBeamSuperGlobal);
+    Global().GetCustomerToken();
+    Global().GetAdminToken();
+    EXPECT_EQ(Host.FakeHTTP.Requests.size(), 2 * Round);
+    EXPECT_EQ(Host.CommonConnection.Statements.size(), Round) << "credentials are read once";
+    TBeamSuperGlobal::Finalize();
+    EXPECT_EQ(TBeamSuperGlobal::FBeamSuperGlobal, nullptr);
+  }
+}
+
+TEST(Enabled, IsTheCountrysAndKept) {
+  TTestHost Host;
+  Host.FakeIdentity.Country = 6;
+  Host.SetCustomerUCID();
+  Host.HasCommonConnection = false;
+  EXPECT_EQ(Global().GetBeamSuperEnabled(), bseNo);
+  EXPECT_EQ(Global().GetBeamSuperStatus(), bssNotEnabled);
+  EXPECT_FALSE(Global().GetIsBeamSuperActive());
+  EXPECT_EQ(Global().GetCustomerUCID(), "");
+  Host.FakeIdentity.Country = 5;
+  EXPECT_FALSE(Global().GetIsBeamSuperEnabled());
+  TBeamSuperGlobal::Finalize();
+  EXPECT_TRUE(Global().GetIsBeamSuperEnabled());
+  EXPECT_THROW(Global().GetBeamSuperStatus(), TBeamError) << "no common database";
+}
+
+TEST(Status, ChangesStrictlyAfterItsBoundaries) {
+  const double Second = 1 / 86400.0;
+  const TDateTime Issued = EncodeDate(2024, 2, 29) + 0.5;  // a year later: 2025-02-28, a month before: 2025-01-28
+  const struct {
+    TDateTime Now;
+    TBeamSuperStatus Expected;
+    bool Active;
+  } Cases[] = {
+      {Issued, bssActivated, true},
+      {EncodeDate(2025, 1, 28) + 0.5, bssActivated, true},
+      {EncodeDate(2025, 1, 28) + 0.5 + Second, bssNearlyExpired, true},
+      {EncodeDate(2025, 2, 28) + 0.5, bssNearlyExpired, true},
+      {EncodeDate(2025, 2, 28) + 0.5 + Second, bssExpired, false},
+  };
+  TTestHost Host;
+  Host.AddActivatedCustomer({.DateLastIssued = Issued});
+  for (const auto& Case : Cases) {
+    Host.FakeSystem.Time = Case.Now;
+    EXPECT_EQ(Global().GetBeamSuperStatus(), Case.Expected) << FormatDateMinutes(Case.Now);
+    EXPECT_EQ(Global().GetIsBeamSuperActive(), Case.Active);
+  }
+  Host.CredentialTable(TFakeSide::Common).Rows[0].back() = std::monostate{};
+  EXPECT_EQ(Global().GetBeamSuperStatus(), bssExpired) << "never issued";
+}
+
+TEST(Status, NeedsOnlyARowWithAClientIdOfThisEnvironment) {
+  TTestHost Host;
+  EXPECT_EQ(Global().GetBeamSuperStatus(), bssEnabled) << "no identifier";
+  EXPECT_TRUE(Host.CommonConnection.Statements.empty());
+  EXPECT_TRUE(Host.FakeSettings.Writes.empty()) << "asking creates no identifier";
+  Host.SetCustomerUCID();
+  EXPECT_EQ(Global().GetBeamSuperStatus(), bssEnabled) << "no row";
+  Host.AddCredentials({}, TFakeSide::Payroll);
+  Host.AddCredentials({.Environment = "QA"});
+  EXPECT_EQ(Global().GetBeamSuperStatus(), bssEnabled) << "a row elsewhere";
+
+  Host.AddCredentials({.ClientSecret = ""}, TFakeSide::Common);
+  TFakeTable& Table = Host.CredentialTable(TFakeSide::Common);
+  TDBValue& ClientID = Table.Rows[1][Table.ColumnIndex("cClientID")];
+  ClientID = std::string();
+  EXPECT_EQ(Global().GetBeamSuperStatus(), bssEnabled) << "the status before";
+  ClientID = std::string("cannot be deciphered");
+  EXPECT_EQ(Global().GetBeamSuperStatus(), bssActivated);
+  ClientID = std::monostate{};
+  EXPECT_EQ(Global().GetBeamSuperStatus(), bssActivated) << "the status before";
+  Global().SetOptedIn(true);
+  EXPECT_EQ(Global().GetBeamSuperStatus(), bssUnknown);
+
+  const TDBStatement& Statement = Host.CommonConnection.Statements.back();
+  EXPECT_EQ(Statement.SQL, "select * from _iptblBeamSuperCustomerIDs where cUCID = :UCID and cEnvironment = :ENV");
+  ASSERT_EQ(Statement.Parameters.size(), 2u);
+  EXPECT_EQ(Statement.Parameters[0].Name, "UCID");
+  EXPECT_EQ(Statement.Parameters[0].Value, TDBValue("enc(" + TFakeCredentials().UCID + ")"));
+  EXPECT_EQ(Statement.Parameters[1].Name, "ENV");
+  EXPECT_EQ(Statement.Parameters[1].Value, TDBValue("enc(Dev)"));
+  EXPECT_TRUE(Host.PayrollConnection.Statements.empty());
+
+  Host.CommonConnection.Faults.FailOn("FieldAsString", TFault::Beam("column gone"));
+  EXPECT_EQ(ErrorOf([] { Global().GetBeamSuperStatus(); }), "column gone");
+  EXPECT_EQ(Host.CommonConnection.OpenQueries(), 0);
+}
+
+TEST(OptedIn, IsAPlainYInAnyCase) {
+  TTestHost Host;
+  const struct {
+    const char* Stored;
+    bool Expected;
+  } Cases[] = {{"", false}, {"Y", true}, {"y", true}, {" Y", false}, {"YES", false}, {"N", false}};
+  for (const auto& Case : Cases) {
+    Host.FakeSettings.Values["BeamSuperOptedIn"] = Case.Stored;
+    EXPECT_EQ(Global().GetOptedIn(), Case.Expected) << Case.Stored;
+  }
+  for (const auto& Read : Host.FakeSettings.Reads) EXPECT_TRUE(Read.Value.empty() && !Read.Flag);
+}
+
+TEST(OptedIn, StoresFirstThenDropsCustomerAndApplicationToken) {
+  TActivatedHost Host;
+  const auto UseAll = [&] {
+    Host.FakeHTTP.Requests.clear();
+    Global().GetAppToken();
+    Global().GetAdminToken();
+    Global().GetCustomerToken();
+    return Host.FakeHTTP.Requests.size();
+  };
+  EXPECT_EQ(UseAll(), 3u);
+  Host.FakeSettings.Faults.FailOnce("SetCurrentSystemValue", TFault::Standard("disk full"));
+  EXPECT_EQ(ErrorOf([] { Global().SetOptedIn(true); }), "another kind of error");
+  EXPECT_EQ(UseAll(), 0u) << "nothing stored, nothing dropped";
+  for (const bool Value : {false, false, true}) {
+    Global().SetOptedIn(Value);
+    EXPECT_EQ(UseAll(), 2u) << "also when nothing changed; the administrator token stays";
+    const auto& Write = Host.FakeSettings.Writes.back();
+    EXPECT_EQ(Write.Name + "=" + Write.Value, Value ? "BeamSuperOptedIn=Y" : "BeamSuperOptedIn=N");
+    EXPECT_FALSE(Write.Flag);
+  }
+}
+
+TEST(CustomerUCID, IsMadeOnceStoredEncipheredAndLogged) {
+  TTestHost Host;
+  const std::string UCID = "{ABCDEF00-0000-4000-8000-000000000001}";
+  Host.FakeSystem.GUIDsWork = false;
+  EXPECT_EQ(Global().GetCustomerUCID(), "");
+  EXPECT_TRUE(Host.FakeSettings.Writes.empty());
+  EXPECT_TRUE(Host.FakeLog.Entries.empty());
+  Host.FakeSystem.GUIDsWork = true;
+  for (int Round = 0; Round < 2; ++Round) {
+    EXPECT_EQ(Global().GetCustomerUCID(), UCID);
+    ASSERT_EQ(Host.FakeSettings.Writes.size(), 1u);
+    EXPECT_EQ(Host.FakeSettings.Writes[0].Name, "BeamSuperUCID");
+    EXPECT_EQ(Host.FakeSettings.Writes[0].Value, "enc(" + UCID + ")");
+    EXPECT_FALSE(Host.FakeSettings.Writes[0].Flag);
+    EXPECT_EQ(Host.LogLines(), TLines{"0 Created Customer UCID >enc(" + UCID + ")<"});
+  }
+  Host.SetCustomerUCID("{other}");
+  EXPECT_EQ(Global().GetCustomerUCID(), UCID) << "kept";
+  Host.FakeIdentity.Country = 1;
+  EXPECT_EQ(Global().GetCustomerUCID(), "");
+  Host.FakeIdentity.Country = 5;
+  EXPECT_EQ(Global().GetCustomerUCID(), "{other}") << "a foreign country clears what was kept";
+}
+
+}  // namespace
+}  // namespace oxSuperAPI
