@@ -1,0 +1,90 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "oxSuperAPI/host/uBeamError.h"
+
+namespace oxSuperAPI {
+
+// The configuration of the reference host: one TOML file, one table a struct, one key a field, under the same names.
+// The meaning of each key stands once, in config_toml.cpp, from where it also gets into a written file.
+
+struct TIdentityConfig {
+  std::uint8_t country_code = 5;
+  std::string domain;
+  std::string computer;
+  std::string force_environment;
+  std::optional<std::int32_t> agent;
+  std::string login_database_name;
+  std::string common_database_name;
+  std::string customer_key;
+  std::string customer_pin;
+  std::filesystem::path customer_pin_file;
+  std::string company_name;
+  bool display_request_editor = false;
+  bool display_response_editor = false;
+  bool operator==(const TIdentityConfig&) const = default;
+};
+
+struct TFilesConfig {
+  std::filesystem::path common_database = "common.db";
+  std::filesystem::path payroll_database = "payroll.db";
+  std::filesystem::path key = "cipher.key";
+  std::filesystem::path secrets = "secrets.toml";
+  std::filesystem::path log = "host.log";
+  std::uint32_t log_megabytes = 5;
+  std::uint32_t log_kept_files = 5;
+  bool operator==(const TFilesConfig&) const = default;
+};
+
+struct THttpConfig {
+  std::filesystem::path ca_file;
+  std::string proxy;
+  std::vector<std::string> no_proxy;
+  std::map<std::string, std::string> connect_to;
+  std::chrono::seconds connect_timeout_seconds{15};
+  std::chrono::seconds stall_timeout_seconds{90};
+  std::chrono::seconds total_timeout_seconds{300};
+  std::uint32_t max_response_megabytes = 64;
+  bool operator==(const THttpConfig&) const = default;
+};
+
+struct TBatchConfig {
+  std::string client_participant_number;
+  std::string version;
+  std::string abn_type = "ABN";
+  std::string landline_type;
+  std::string mobile_type;
+  std::map<std::string, std::string> gender;
+  std::vector<std::string> default_funds;
+  bool location_id_as_context = false;
+  bool country_upper_case = false;
+  bool operator==(const TBatchConfig&) const = default;
+};
+
+struct TReferenceConfig {
+  TIdentityConfig identity;
+  TFilesConfig files;
+  THttpConfig http;
+  TBatchConfig batch;
+  bool operator==(const TReferenceConfig&) const = default;
+};
+
+/// Reads a configuration. Keys that are left out keep their defaults; relative paths, the defaults included, are taken
+/// from the file's own directory and come out absolute. Raises TBeamError for a file that is not the owner's alone (it
+/// may hold the PIN) and, with file and line, for text that is not TOML, unknown keys and values of a wrong type.
+OXSUPERAPI_EXPORT TReferenceConfig ReadConfig(const std::filesystem::path& FileName);
+
+/// The configuration as commented TOML text that reads back equal.
+OXSUPERAPI_EXPORT std::string ConfigText(const TReferenceConfig& Config);
+
+/// Writes `ConfigText` to a new private file. Raises when the file exists.
+OXSUPERAPI_EXPORT void CreateConfigFile(const std::filesystem::path& FileName, const TReferenceConfig& Config);
+
+}  // namespace oxSuperAPI

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <utility>
+
+#include "oxSuperAPI/host/uBeamError.h"
+
+namespace oxSuperAPI {
+
+/// A database that could not do what it was asked. `what()` names the code, the statement's kind, the table and the
+/// database; never a parameter or a column's content.
+class OXSUPERAPI_EXPORT TDatabaseError : public TBeamError {
+ public:
+  explicit TDatabaseError(const std::string& Text, int Code = 0) : TBeamError(Text), FCode(Code) {}
+  /// The database's own (extended) result code; 0 when the adapter itself refused.
+  int Code() const { return FCode; }
+
+ private:
+  int FCode;
+};
+
+}  // namespace oxSuperAPI

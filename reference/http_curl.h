@@ -1,0 +1,67 @@
+#pragma once
+
+#include <atomic>
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "oxSuperAPI/host/uHostHttp.h"
+#include "oxSuperAPI/reference/http_request.h"
+
+namespace oxSuperAPI {
+
+/// Leads the connections for one host elsewhere; the URL, the Host header and the certificate check keep the host.
+struct THTTPConnectTo {
+  std::string From;  ///< "host:port" as in the URL, the port always given ("api.example:443")
+  std::string To;    ///< "address:port" ("127.0.0.1:8443")
+};
+
+/// Nothing is ever read from the environment, from .netrc or from a curl configuration file.
+struct THTTPCurlOptions {
+  std::string CAFile = {};                ///< PEM file with the only authorities to trust; "" is the system's store
+  std::string Proxy = {};                 ///< "http://host:port" or with user and password; "" is none
+  std::vector<std::string> NoProxy = {};  ///< host names and suffixes that are reached without the proxy
+  std::vector<THTTPConnectTo> ConnectTo = {};
+  std::chrono::milliseconds ConnectTimeout{15'000};  ///< until the TLS connection stands
+  std::chrono::seconds StallTimeout{90};             ///< without a byte in either direction; waiting counts
+  std::chrono::milliseconds TotalTimeout{300'000};
+  std::size_t MaxResponseBytes = 64u << 20;
+};
+
+/// The HTTPS client on libcurl.
+///
+/// At most one request leaves for each call (docs/adr/0002-one-request-a-call.md). Certificates are always verified,
+/// redirects are not followed, compressed answers are neither asked for nor taken. A GET may use the connection that
+/// the call before left open; a POST or PUT opens its own.
+/// A call that fails raises THTTPError and adds addresses and timings, no content, to `LogDetails`.
+/// Serves one call at a time; a call during a call, from whatever thread, is refused.
+class OXSUPERAPI_EXPORT THTTPCurl final : public THTTPHelper {
+ public:
+  /// Raises TBeamError when an option is malformed.
+  explicit THTTPCurl(THTTPCurlOptions Options = {});
+  ~THTTPCurl() override;
+
+  std::int32_t httpNetGet(const std::string& URL, const TStringList& Headers, TStringList& LogDetails,
+                          TStringList& Response) override;
+  std::int32_t httpNetPost(const std::string& URL, const TStringList& Headers, const TStringList& Body,
+                           TStringList& LogDetails, TStringList& Response) override;
+  std::int32_t httpNetPut(const std::string& URL, const TStringList& Headers, const TStringList& Body,
+                          TStringList& LogDetails, TStringList& Response) override;
+
+  /// What became of the last call's request, or is known of it so far. For callers that do not see the THTTPError
+  /// itself; may be asked from any thread.
+  TRequestFate LastFate() const { return FLastFate; }
+
+ private:
+  struct TSession;
+  std::int32_t Send(const char* Method, const std::string& URL, const TStringList& Headers, const TStringList* Body,
+                    TStringList& LogDetails, TStringList& Response);
+
+  std::unique_ptr<TSession> FSession;
+  std::atomic<bool> FBusy = false;
+  std::atomic<TRequestFate> FLastFate = TRequestFate::None;
+};
+
+}  // namespace oxSuperAPI

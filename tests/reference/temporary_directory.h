@@ -1,0 +1,76 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+
+#include "oxSuperAPI/host/uBeamError.h"
+
+namespace oxSuperAPI::tests {
+
+/// A directory of the test's own, removed with everything in it.
+class TTemporaryDirectory {
+ public:
+  TTemporaryDirectory() {
+    std::string Name = (std::filesystem::temp_directory_path() / "oxsuper-test-XXXXXX").string();
+    if (!mkdtemp(Name.data())) throw std::runtime_error("no temporary directory");
+    FPath = Name;
+  }
+  TTemporaryDirectory(const TTemporaryDirectory&) = delete;
+  TTemporaryDirectory& operator=(const TTemporaryDirectory&) = delete;
+  ~TTemporaryDirectory() {
+    std::error_code Ignored;
+    std::filesystem::remove_all(FPath, Ignored);
+  }
+
+  std::string operator/(const std::string& Name) const { return (FPath / Name).string(); }
+  const std::filesystem::path& Path() const { return FPath; }
+  std::string Write(const std::string& Name, const std::string& Content, mode_t Mode = 0600) const {
+    const std::string File = *this / Name;
+    std::ofstream(File, std::ios::binary) << Content;
+    chmod(File.c_str(), Mode);
+    return File;
+  }
+
+ private:
+  std::filesystem::path FPath;
+};
+
+inline std::string ReadFile(const std::string& Name) {
+  std::ostringstream Content;
+  Content << std::ifstream(Name, std::ios::binary).rdbuf();
+  return Content.str();
+}
+
+inline mode_t ModeOf(const std::string& Name) {
+  struct stat Status {};
+  return lstat(Name.c_str(), &Status) == 0 ? Status.st_mode & 07777 : 0;
+}
+
+/// What `Action` raises, "" when it raises nothing; an exception that is no TBeamError fails the test.
+template <class Action>
+std::string ErrorOf(Action Run) {
+  try {
+    Run();
+  } catch (const TBeamError& Error) {
+    return Error.what();
+  }
+  return {};
+}
+
+inline bool Holds(const std::string& Text, const std::string& Piece) {
+  return Text.find(Piece) != std::string::npos;
+}
+
+}  // namespace oxSuperAPI::tests
+
+/// Expects that `action` raises a TBeamError whose text holds `piece`.
+#define EXPECT_ERROR(action, piece) \
+  EXPECT_PRED2(::oxSuperAPI::tests::Holds, ::oxSuperAPI::tests::ErrorOf([&] { action; }), std::string(piece))
