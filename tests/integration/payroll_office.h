@@ -1,0 +1,80 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "../reference/temporary_directory.h"
+#include "oxSuperAPI/reference/config_toml.h"
+#include "oxSuperAPI/reference/http_curl.h"
+
+namespace oxSuperAPI {
+
+struct TOutcome {
+  int Exit = -1;
+  std::string Out;
+  std::string Error;
+};
+
+using tests::Holds;
+using tests::ReadFile;
+
+/// A payroll office: a directory with a configuration, the tool, and a sandbox that runs as long as the office lives.
+class TPayrollOffice {
+ public:
+  TPayrollOffice() {
+    Run("init --sandbox");
+    Run("sandbox start --lifetime 300 --program " BEAM_SANDBOX);
+    const TReferenceConfig Config = ReadConfig(ConfigFile());
+    THTTPCurlOptions Options;
+    Options.CAFile = Config.http.ca_file.string();
+    Options.ConnectTo = {{"localhost:443", Config.http.connect_to.begin()->second}};
+    FControl = std::make_unique<THTTPCurl>(Options);
+  }
+  ~TPayrollOffice() { Run("sandbox stop"); }
+
+  std::string ConfigFile() const { return Path("oxsuper.toml"); }
+  std::string Path(const std::string& Name) const { return FDirectory / Name; }
+  std::string Write(const std::string& Name, const std::string& Text) const { return FDirectory.Write(Name, Text); }
+
+  /// Runs oxsuper, at most a minute; `Before` is a piece of shell in front of it.
+  TOutcome Run(const std::string& Arguments, const std::string& Before = "timeout 60 ") {
+    return Shell(Before + OXSUPER " --config " + ConfigFile() + " " + Arguments + " </dev/null");
+  }
+  TOutcome Shell(const std::string& Command) {
+    const int Status = std::system(("{ " + Command + "; } >" + Path("out") + " 2>" + Path("error")).c_str());
+    TOutcome Outcome{WIFEXITED(Status) ? WEXITSTATUS(Status) : -1, ReadFile(Path("out")), ReadFile(Path("error"))};
+    FEverything += Outcome.Out + Outcome.Error;
+    return Outcome;
+  }
+  /// All that any command has ever shown.
+  const std::string& Everything() const { return FEverything; }
+
+  /// How the sandbox treats the next request that fits.
+  void Preset(const std::string& Json) {
+    TStringList Details, Answer, Body;
+    Body.Add(Json);
+    ASSERT_EQ(200, FControl->httpNetPost("https://localhost/__sandbox/presets", {}, Body, Details, Answer));
+  }
+  /// How many requests for this path the sandbox has seen.
+  std::size_t Count(const std::string& PathSeen) {
+    TStringList Details, Answer;
+    FControl->httpNetGet("https://localhost/__sandbox/requests?path=" + PathSeen, {}, Details, Answer);
+    const std::string Text = Answer.Text();
+    std::size_t Result = 0;
+    for (std::size_t At = 0; (At = Text.find("\"target\":\"" + PathSeen, At)) != std::string::npos; ++At) ++Result;
+    return Result;
+  }
+  void ForgetSubmissions() { std::filesystem::remove(Path("submissions.jsonl")); }
+
+ private:
+  tests::TTemporaryDirectory FDirectory;
+  std::unique_ptr<THTTPCurl> FControl;
+  std::string FEverything;
+};
+
+}  // namespace oxSuperAPI

@@ -1,0 +1,255 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <csignal>
+#include <future>
+#include <memory>
+#include <sstream>
+#include <thread>
+
+#include "payroll_office.h"
+
+namespace oxSuperAPI {
+namespace {
+
+const std::string PayRun = SOURCE_DIR "/examples/payrun.csv";
+constexpr const char* SubmitPath = "/clearing-house/submit";
+
+/// The value of a member of the tool's JSON, which stands on a line of its own.
+std::string Member(const std::string& Document, const std::string& Name) {
+  const std::size_t At = Document.find("\"" + Name + "\": ");
+  if (At == std::string::npos) return "";
+  std::string Value = Document.substr(At + Name.size() + 4);
+  Value = Value.substr(0, Value.find_first_of(",\n"));
+  if (Value.starts_with('"')) Value = Value.substr(1, Value.size() - 2);
+  return Value;
+}
+
+/// An activated office; one sandbox for all tests.
+class Tool : public testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    Office = std::make_unique<TPayrollOffice>();
+    ASSERT_EQ(4, Office->Run("ping").Exit);
+    ASSERT_EQ(4, Office->Run("batch validate " + PayRun).Exit);
+    ASSERT_EQ(5, Office->Run("activate").Exit);  // not registered yet
+    ASSERT_EQ(4, Office->Run("reissue").Exit);
+    for (const char* Command : {"register", "activate", "activate", "opt-in", "ping"})
+      ASSERT_EQ(0, Office->Run(Command).Exit) << Command;
+  }
+  static void TearDownTestSuite() { Office.reset(); }
+  void SetUp() override { Office->ForgetSubmissions(); }
+
+  static std::unique_ptr<TPayrollOffice> Office;
+};
+std::unique_ptr<TPayrollOffice> Tool::Office;
+
+TEST_F(Tool, TakesAPayRunFromValidationToCancellation) {
+  EXPECT_EQ(0, Office->Run("batch show " + PayRun).Exit);
+  const TOutcome Valid = Office->Run("--json batch validate " + PayRun);
+  EXPECT_EQ(0, Valid.Exit) << Valid.Error;
+  EXPECT_EQ("true", Member(Valid.Out, "valid"));
+  const std::size_t Before = Office->Count(SubmitPath);
+  const TOutcome Submitted = Office->Run("--json batch submit " + PayRun);
+  ASSERT_EQ(0, Submitted.Exit) << Submitted.Error;
+  const std::string Process = Member(Submitted.Out, "processId");
+  EXPECT_EQ("Submitted", Member(Submitted.Out, "status"));
+  EXPECT_EQ(Before + 1, Office->Count(SubmitPath));
+
+  const TOutcome Status = Office->Run("--json batch status " + Process);
+  EXPECT_EQ(0, Status.Exit);
+  EXPECT_EQ("8411.02", Member(Status.Out, "totalAmount"));
+  EXPECT_EQ(5, Office->Run("batch status 00000000-0000-0000-0000-000000000000").Exit);
+  EXPECT_EQ(3, Office->Run("batch submit " + PayRun).Exit);
+  EXPECT_EQ(0, Office->Run("batch cancel " + Process).Exit);
+  EXPECT_TRUE(Holds(Office->Run("batch status").Out, "cancelled"));
+  EXPECT_EQ(5, Office->Run("batch cancel " + Process).Exit);
+  EXPECT_EQ(0, Office->Run("batch submit " + PayRun).Exit);
+  EXPECT_EQ(0, Office->Run("batch submit --again " + PayRun).Exit);
+  EXPECT_EQ(Before + 3, Office->Count(SubmitPath));
+  EXPECT_EQ(0, Office->Run("reissue").Exit);
+  EXPECT_EQ(0, Office->Run("ping").Exit);
+}
+
+TEST_F(Tool, TellsByItsExitCodeWhatBecameOfASubmission) {
+  const struct {
+    const char* Preset;
+    int Exit;
+    const char* Outcome;
+    std::size_t Sent;
+    int Repeated;  ///< exit code when the same file is submitted once more
+  } Cases[] = {
+      {R"("fault":"reset-before-read")", 7, "unknown", 1, 3},
+      {R"("fault":"reset-after-read")", 7, "unknown", 1, 3},
+      {R"("fault":"close-after-read")", 7, "unknown", 1, 3},
+      {R"("fault":"reset-mid-response")", 7, "unknown", 1, 3},
+      {R"("fault":"truncate")", 7, "unknown", 1, 3},
+      {R"("fault":"garbage")", 7, "unknown", 1, 3},
+      {R"("status":200,"body":"thank you")", 7, "unknown", 1, 3},
+      {R"("status":200,"body":{"payments":[{"abn":"1"}]})", 7, "unknown", 1, 3},
+      {R"("status":202,"body":{"status":"queued"})", 7, "unknown", 1, 3},
+      {R"("status":500,"body":{"message":"down"})", 6, "unknown", 1, 3},
+      {R"("status":302,"body":"")", 6, "unknown", 1, 3},
+      {R"("status":400,"body":{"message":"bad"})", 5, "refused", 1, 0},
+      {R"("status":409,"body":{"message":"twice"})", 5, "refused", 1, 0},
+      {R"("status":401,"body":{"message":"who"})", 4, "refused", 1, 0},
+      {R"("path":"/auth/token","status":401,"body":{"error":"invalid_client"})", 4, "", 0, 0},
+      {R"("path":"/auth/token","status":500,"body":"")", 6, "", 0, 0},
+      {R"("path":"/auth/token","fault":"reset-after-read")", 6, "", 0, 0},
+      {R"("fault":"reset-on-connect")", 1, "", 0, 0},
+  };
+  for (const auto& Case : Cases) {
+    SCOPED_TRACE(Case.Preset);
+    Office->ForgetSubmissions();
+    const std::size_t Before = Office->Count(SubmitPath);
+    const bool Everywhere = Holds(Case.Preset, "path") || Holds(Case.Preset, "connect");
+    Office->Preset("{" + std::string(Everywhere ? "" : R"("path":"/clearing-house/submit",)") + Case.Preset + "}");
+    const TOutcome First = Office->Run("batch submit " + PayRun);
+    EXPECT_EQ(Case.Exit, First.Exit) << First.Error;
+    EXPECT_EQ(Case.Sent, Office->Count(SubmitPath) - Before);
+    EXPECT_EQ(std::string(Case.Outcome) == "unknown", Holds(First.Error, "blindly")) << First.Error;
+    EXPECT_EQ(Case.Outcome, Member(Office->Run("--json batch status").Out, "outcome"));
+    EXPECT_EQ(Case.Repeated, Office->Run("batch submit " + PayRun).Exit);
+    EXPECT_EQ(Case.Sent + (Case.Repeated == 0 ? 1 : 0), Office->Count(SubmitPath) - Before);
+  }
+}
+
+TEST_F(Tool, DistinguishesTheFailuresOfOtherCalls) {
+  const struct {
+    const char* Preset;
+    std::string Command;
+    int Exit;
+  } Cases[] = {
+      {R"("path":"/clearing-house/validate","status":500,"body":"")", "batch validate " + PayRun, 6},
+      {R"("path":"/clearing-house/validate","fault":"reset-after-read")", "batch validate " + PayRun, 6},
+      {R"("path":"/clearing-house/healthcheck","status":503,"body":"")", "ping", 6},
+      {R"("path":"/clearing-house/healthcheck","fault":"reset-after-read")", "ping", 6},
+      {R"("path":"/search/contributions","status":404,"body":"")", "batch status P", 5},
+      {R"("path":"/clearing-house/cancel","fault":"reset-after-read")", "batch cancel P", 7},
+      {R"("path":"/clearing-house/channel-security/reissue","status":500,"body":"")", "reissue", 6},
+  };
+  for (const auto& Case : Cases) {
+    Office->Preset("{" + std::string(Case.Preset) + "}");
+    const TOutcome Outcome = Office->Run(Case.Command);
+    EXPECT_EQ(Case.Exit, Outcome.Exit) << Case.Preset << Outcome.Error;
+  }
+}
+
+TEST_F(Tool, PassesTheServicesFindingsOn) {
+  std::string Text = ReadFile(PayRun);
+  Text.replace(Text.find("1984-03-19"), 10, "2084-03-19");
+  const std::string File = Office->Write("future.csv", Text);
+  for (const char* Command : {"batch validate ", "batch submit "}) {
+    const TOutcome Outcome = Office->Run(Command + File);
+    EXPECT_EQ(5, Outcome.Exit) << Outcome.Error;
+    EXPECT_TRUE(Holds(Outcome.Out, "DOB_IN_FUTURE")) << Outcome.Out << Outcome.Error;
+    EXPECT_TRUE(Holds(Outcome.Out, "LINE ID R001, Văn An Nguyễn")) << Outcome.Out;
+  }
+}
+
+TEST_F(Tool, SendsOnceWhenTwoSubmitAtTheSameTime) {
+  const std::size_t Before = Office->Count(SubmitPath);
+  Office->Preset(R"({"path":"/clearing-house/submit","delayMs":500})");
+  const std::string Submit = "timeout 60 " OXSUPER " --config " + Office->ConfigFile() + " batch submit " + PayRun;
+  const TOutcome Both =
+      Office->Shell(Submit + " & first=$!; " + Submit + "; second=$?; wait $first; echo \"codes $? $second\"");
+  EXPECT_TRUE(Holds(Both.Out, "codes 0 3") || Holds(Both.Out, "codes 3 0")) << Both.Out << Both.Error;
+  EXPECT_EQ(1u, Office->Count(SubmitPath) - Before);
+}
+
+/// Runs a command and interrupts it as soon as the sandbox has its request.
+TOutcome Interrupt(TPayrollOffice& Office, const std::string& Arguments, const std::string& Path) {
+  const std::size_t Before = Office.Count(Path);
+  const std::string PidFile = Office.Path("pid");
+  auto Running = std::async(std::launch::async,
+                            [&] { return Office.Run(Arguments, "sh -c 'echo $$ >" + PidFile + "; exec \"$@\"' sh "); });
+  const auto End = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  while (Office.Count(Path) == Before && std::chrono::steady_clock::now() < End)
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+  ::kill(std::stoi(ReadFile(PidFile)), SIGINT);
+  return Running.get();
+}
+
+TEST_F(Tool, LetsAnInterruptWaitOnlyForASubmissionUnderWay) {
+  Office->Preset(R"({"path":"/clearing-house/healthcheck","delayMs":5000})");
+  EXPECT_EQ(130, Interrupt(*Office, "ping", "/clearing-house/healthcheck").Exit);
+  Office->Preset(R"({"path":"/clearing-house/submit","delayMs":2000})");
+  const TOutcome Submitted = Interrupt(*Office, "batch submit " + PayRun, SubmitPath);
+  EXPECT_EQ(0, Submitted.Exit) << Submitted.Error;
+  EXPECT_TRUE(Holds(Submitted.Error, "Interrupt again")) << Submitted.Error;
+}
+
+TEST_F(Tool, ChecksItsCommandLineAndItsFilesBeforeAnythingIsSent) {
+  const std::size_t Before = Office->Count("/");
+  EXPECT_EQ(2, Office->Run("").Exit);
+  EXPECT_EQ(2, Office->Run("batch submit").Exit);
+  EXPECT_EQ(2, Office->Run("config set-secret customer Dev").Exit);
+  EXPECT_EQ(0, Office->Run("--help").Exit);
+  EXPECT_EQ(1, Office->Run("batch submit " + Office->Path("missing.csv")).Exit);
+  EXPECT_EQ(1, Office->Shell(OXSUPER " --config " + Office->Path("none.toml") + " status").Exit);
+  EXPECT_EQ(3, Office->Run("batch submit " SOURCE_DIR "/CMakeLists.txt").Exit);
+  std::string Text = ReadFile(PayRun);
+  Text.replace(Text.find("762.50"), 6, "762.05");
+  const TOutcome Wrong = Office->Run("batch submit " + Office->Write("wrong.csv", Text));
+  EXPECT_EQ(3, Wrong.Exit);
+  EXPECT_TRUE(Holds(Wrong.Error, "row 4 (LINE ID R001), column Z Payment Amount")) << Wrong.Error;
+  const std::string Json = Office->Write("batch.json", R"({"contributionDetail":{"employers":[{"funds":[{"members":[
+      {"payrollNumber":"E7","annualSalaryForContributions":"1"}]}]}]}})");
+  const TOutcome Strict = Office->Run("batch submit " + Json);
+  EXPECT_EQ(3, Strict.Exit);
+  EXPECT_TRUE(Holds(Strict.Error, "employer 1, fund 1, member 1 (payroll number E7)")) << Strict.Error;
+  EXPECT_TRUE(Holds(Strict.Error, "annualSalaryForInsurance")) << Strict.Error;
+  EXPECT_EQ(Before, Office->Count("/"));
+}
+
+TEST_F(Tool, AsksBeforeItSubmitsToProduction) {
+  const std::string Config = Office->Path("production.toml");
+  ASSERT_EQ(0, Office->Shell(OXSUPER " --config " + Config + " init").Exit);
+  std::string Text = ReadFile(Config);
+  Text.replace(Text.find("domain = \"\""), 11, "domain = \"office.example\"");
+  std::ofstream(Config) << Text;
+  const std::string Submit = OXSUPER " --config " + Config + " batch submit " + PayRun;
+  EXPECT_EQ(3, Office->Shell(Submit + " </dev/null").Exit);
+  EXPECT_EQ(4, Office->Shell(Submit + " --yes </dev/null").Exit);  // said, but not activated there
+  std::ofstream(Config, std::ios::app) << "\n[files]\nunknown = 1\n";
+  EXPECT_EQ(1, Office->Shell(Submit + " --yes").Exit);
+}
+
+TEST_F(Tool, KeepsWhatIsThereWhenItInitialisesAgain) {
+  const std::string Key = ReadFile(Office->Path("cipher.key")), Config = ReadFile(Office->ConfigFile());
+  EXPECT_EQ(0, Office->Run("init --sandbox").Exit);
+  EXPECT_EQ(Key, ReadFile(Office->Path("cipher.key")));
+  EXPECT_EQ(Config, ReadFile(Office->ConfigFile()));
+  EXPECT_TRUE(Holds(Office->Run("status").Out, "Activated"));
+  EXPECT_EQ(0, Office
+                   ->Shell("printf 'a-secret-from-standard-input\\n' | " OXSUPER " --config " + Office->ConfigFile() +
+                           " config set-secret application QA")
+                   .Exit);
+  EXPECT_EQ(2, Office->Run("config set-secret application QA").Exit);  // nothing on standard input
+  EXPECT_FALSE(Holds(ReadFile(Office->Path("secrets.toml")), "a-secret"));
+}
+
+TEST_F(Tool, NeverShowsSecretsTokensOrTaxFileNumbers) {
+  EXPECT_EQ(0, Office->Run("batch submit " + PayRun).Exit);
+  Office->Run("config show");
+  const std::size_t Rows = std::stoul(Member(Office->Run("--json log list -n 1").Out, "row"));
+  for (std::size_t Row = 1; Row <= Rows; ++Row)
+    for (const char* Format : {"", "--json "})
+      ASSERT_EQ(0, Office->Run(Format + std::string("log show ") + std::to_string(Row)).Exit);
+  const std::string& Shown = Office->Everything();
+  EXPECT_TRUE(Holds(Shown, "Bearer (hidden)"));
+  const std::string Pin = ReadConfig(Office->ConfigFile()).identity.customer_pin;
+  EXPECT_FALSE(Holds(Shown, "\"" + Pin + "\""));
+  EXPECT_FALSE(Holds(Shown, "sandbox-application-secret"));
+  std::istringstream File(ReadFile(PayRun));
+  std::string Line;
+  for (int Number = 1; std::getline(File, Line); ++Number) {
+    std::size_t Comma = 0;
+    for (int Column = 1; Column < 34; ++Column) Comma = Line.find(',', Comma) + 1;
+    if (Number <= 3) continue;
+    EXPECT_FALSE(Holds(Shown, Line.substr(Comma, 9))) << "row " << Number;
+  }
+}
+
+}  // namespace
+}  // namespace oxSuperAPI
