@@ -31,8 +31,14 @@ std::string WithoutBreaksInStrings(const std::string& Text) {
 
 }  // namespace
 
-TBeamAPICall::TBeamAPICall() = default;
+TBeamAPICall::TBeamAPICall() : FLists(std::in_place) {}
+TBeamAPICall::TBeamAPICall(TConstruction) {}
 TBeamAPICall::~TBeamAPICall() = default;
+
+TBeamAPICall::TLists& TBeamAPICall::Lists() {
+  if (!FLists) throw TBeamError(ClassName() + " was not constructed: this library cannot make that call");
+  return *FLists;
+}
 
 std::string TBeamAPICall::GetBaseURL() {
   const auto Environment = TBeamSuperGlobal::BeamSuperGlobal().GetBeamSuperEnvironment();
@@ -61,7 +67,7 @@ void TBeamAPICall::SetURLCommand(const std::string& Command) {
 
 bool TBeamAPICall::IsMandatoryPropertyPresent(std::string_view PropertyName, std::string_view Value) {
   if (!Trim(Value).empty()) return true;
-  FLogDetails.Add(std::string(PropertyName) + " is Mandatory");
+  LogDetails().Add(std::string(PropertyName) + " is Mandatory");
   return false;
 }
 
@@ -74,16 +80,16 @@ bool TBeamAPICall::IsRunningAsAService() {
 }
 
 void TBeamAPICall::AddAuthorization(const std::string& BearerToken) {
-  FHeaders.Add("authorization: Bearer " + BearerToken);
+  Headers().Add("authorization: Bearer " + BearerToken);
 }
 
 bool TBeamAPICall::MakeCall() {
   FStatusCode = 0;
-  FResponse.Clear();
+  ResponseAsStrings().Clear();
   SetRequestHeaders();
   SetRequestBody();
   if (!(ValidateRequestBody() && ValidateCommandParameters())) {
-    FResponseMessage = "No API call made due to validation errors:\r\n" + FLogDetails.Text();
+    FResponseMessage = "No API call made due to validation errors:\r\n" + LogDetails().Text();
     return false;
   }
   try {
@@ -110,16 +116,16 @@ void TBeamAPICall::Send() {
   const std::string Method = MethodName(FBeamCallMethod);
   switch (FBeamCallMethod) {
     case bcmPost:
-      FStatusCode = Host().HTTPHelper().httpNetPost(FURL, FHeaders, FBody, FLogDetails, FResponse);
+      FStatusCode = Host().HTTPHelper().httpNetPost(FURL, Headers(), Body(), LogDetails(), ResponseAsStrings());
       break;
     case bcmGet:
-      FStatusCode = Host().HTTPHelper().httpNetGet(FURL, FHeaders, FLogDetails, FResponse);
+      FStatusCode = Host().HTTPHelper().httpNetGet(FURL, Headers(), LogDetails(), ResponseAsStrings());
       break;
     case bcmPut:
-      FStatusCode = Host().HTTPHelper().httpNetPut(FURL, FHeaders, FBody, FLogDetails, FResponse);
+      FStatusCode = Host().HTTPHelper().httpNetPut(FURL, Headers(), Body(), LogDetails(), ResponseAsStrings());
       break;
     default:
-      FLogDetails.Add("Unknown HTTP method");
+      LogDetails().Add("Unknown HTTP method");
       LogCall("Method=" + std::to_string(static_cast<int>(FBeamCallMethod)));
       throw TBeamError("The Beam Superannuation API was called with an unknown Method");
   }
@@ -127,7 +133,7 @@ void TBeamAPICall::Send() {
 }
 
 void TBeamAPICall::ParseResponse() {
-  const std::string Text = FResponse.Text();
+  const std::string Text = ResponseAsStrings().Text();
   auto Json = ParseJSON(Text);
   // Some answers carry raw line breaks inside their strings: they are dropped, and only then does the text parse.
   if (!Json && Text.find_first_of("\r\n") != std::string::npos) Json = ParseJSON(WithoutBreaksInStrings(Text));
@@ -157,13 +163,13 @@ void TBeamAPICall::ReportProgramError(const std::string& ErrorText) {
     FResponseError = ErrorText;
     FResponseMessage = "An error occurred calling the Beam Superannuation API. Check the logs for details";
   }
-  FLogDetails.Add("Beam API called from  " + ClassName() + " failed due to " + ErrorText);
+  LogDetails().Add("Beam API called from  " + ClassName() + " failed due to " + ErrorText);
   LogCall(MethodName(FBeamCallMethod));
 }
 
 void TBeamAPICall::LogCall(const std::string& Method) {
-  FLastLogID = TBeamSuperLog::AddToLog(FSource, FURL, Method, FHeaders.Text(), FBody.Text(), FResponse.Text(),
-                                       FLogDetails.Text(), std::to_string(FStatusCode));
+  FLastLogID = TBeamSuperLog::AddToLog(FSource, FURL, Method, Headers().Text(), Body().Text(),
+                                       ResponseAsStrings().Text(), LogDetails().Text(), std::to_string(FStatusCode));
 }
 
 std::unique_ptr<TfrmResponseEditor> TBeamAPICall::OpenEditor(TEditorKind Kind, bool Wanted) {
@@ -175,9 +181,9 @@ bool TBeamAPICall::EditRequest() {
   const auto Editor = OpenEditor(TEditorKind::Request, Host().Identity().DisplayHTTPRequestEditor());
   if (!Editor) return false;
   Editor->SetCaption("Edit Request");
-  Editor->SetLines(FBody);
+  Editor->SetLines(Body());
   if (Editor->ShowModal() != mrOk) return false;
-  FBody = Editor->Lines();
+  Body() = Editor->Lines();
   return Editor->SkipChecked();
 }
 
@@ -185,11 +191,11 @@ void TBeamAPICall::EditResponse() {
   const auto Editor = OpenEditor(TEditorKind::Response, Host().Identity().DisplayHTTPResponseEditor());
   if (!Editor) return;
   Editor->SetCaption("Edit Response");
-  Editor->SetLines(FResponse);
+  Editor->SetLines(ResponseAsStrings());
   Editor->SetStatusText(std::to_string(FStatusCode));
   if (Editor->ShowModal() != mrOk) return;
-  FResponse = Editor->Lines();
-  FStatusCode = IntegerOrZero(Editor->StatusText());
+  ResponseAsStrings() = Editor->Lines();
+  FStatusCode = IntegerOrZero(Trim(Editor->StatusText()));
 }
 
 }  // namespace oxSuperAPI

@@ -6,3 +6,5 @@
 #include "oxSuperAPI/calls/uBeamContributionCalls.h"
 #include "oxSuperAPI/calls/uBeamGetToken.h"
 #include "oxSuperAPI/calls/uBeamHealthCheck.h"
+#include "oxSuperAPI/calls/uBeamLookupCalls.h"
+#include "oxSuperAPI/calls/uBeamParticipantCalls.h"

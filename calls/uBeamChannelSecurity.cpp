@@ -20,7 +20,7 @@ void TBeamChannelSecurityCall::SetRequestBody() {
       .AddString("CompanyName", FCustomer.CompanyName, true)
       .AddString("PIN", FCustomer.PIN, true);
   // Compact: in the log, the mask behind "UUID" then ends at the comma and the text keeps its shape.
-  FBody.Add(PrintJSON(Json, TJSONLayout::Compact));
+  Body().Add(PrintJSON(Json, TJSONLayout::Compact));
 }
 
 bool TBeamChannelSecurityCall::ValidateRequestBody() {

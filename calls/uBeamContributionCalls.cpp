@@ -30,12 +30,12 @@ TBeamPostContributionDetail::TBeamPostContributionDetail() {
 }
 
 void TBeamPostContributionDetail::SetRequestBody() {
-  if (FContributionDetail) FBody.Add(FContributionDetail->GetAsJsonString());
+  if (FContributionDetail) Body().Add(FContributionDetail->GetAsJsonString());
 }
 
 bool TBeamPostContributionDetail::ValidateCommandParameters() {
   if (FContributionDetail) return true;
-  FLogDetails.Add("ContributionDetail is not assigned");
+  LogDetails().Add("ContributionDetail is not assigned");
   return false;
 }
 
@@ -60,7 +60,7 @@ TBeamGetContributionStatus::TBeamGetContributionStatus() {
 }
 
 bool TBeamGetContributionStatus::ValidateCommandParameters() {
-  return IsProcessIdPresent(FProcessId, FLogDetails);
+  return IsProcessIdPresent(FProcessId, LogDetails());
 }
 
 bool TBeamGetContributionStatus::MakeCall() {
@@ -82,7 +82,7 @@ TBeamPutCancelContribution::TBeamPutCancelContribution() {
 }
 
 bool TBeamPutCancelContribution::ValidateCommandParameters() {
-  return IsProcessIdPresent(FProcessId, FLogDetails);
+  return IsProcessIdPresent(FProcessId, LogDetails());
 }
 
 bool TBeamPutCancelContribution::MakeCall() {

@@ -16,10 +16,13 @@ class OXSUPERAPI_EXPORT TBeamPostContributionDetail : public TBeamAPICall {
 
   /// The caller's, may be null; stamped and read during `MakeCall`.
   void SetContributionDetail(TBeamContributionDetail* Detail) { FContributionDetail = Detail; }
+  /// False, as at first: the service only validates.
   void SetSubmit(bool Submit) { FSubmit = Submit; }
-  /// The answer, made for every answer that arrived, plain text included. Null when nothing was sent.
+  /// The answer, made for every answer that arrived, plain text included, or was put in by hand. Null when
+  /// a validation failed. @{
   const TBeamContributionResponse* ContributionResponse() const { return FContributionResponse.get(); }
   std::unique_ptr<TBeamContributionResponse> TakeContributionResponse() { return std::move(FContributionResponse); }
+  /// @}
 
   void SetRequestHeaders() override { AddAuthorization(FToken); }
   void SetRequestBody() override;
@@ -41,10 +44,13 @@ class OXSUPERAPI_EXPORT TBeamGetContributionStatus : public TBeamAPICall {
  public:
   TBeamGetContributionStatus();
 
+  /// The batch, by the identifier that the service gave it.
   void SetProcessId(std::string ProcessId) { FProcessId = std::move(ProcessId); }
+  /// Of the JSON answer; "" and 0 without one. The amount is in dollars. @{
   const std::string& ContributionStatus() const { return FContributionStatus; }
   const std::string& PaymentReferenceNumber() const { return FPaymentReferenceNumber; }
-  double TotalAmount() const { return FTotalAmount; }  ///< dollars
+  double TotalAmount() const { return FTotalAmount; }
+  /// @}
 
   void SetRequestHeaders() override { AddAuthorization(FToken); }
   bool ValidateCommandParameters() override;
@@ -64,6 +70,7 @@ class OXSUPERAPI_EXPORT TBeamPutCancelContribution : public TBeamAPICall {
  public:
   TBeamPutCancelContribution();
 
+  /// The batch, by the identifier that the service gave it.
   void SetProcessId(std::string ProcessId) { FProcessId = std::move(ProcessId); }
 
   void SetRequestHeaders() override { AddAuthorization(FToken); }

@@ -13,11 +13,11 @@ std::string TBeamGetToken::GetTokenString() const {
 }
 
 void TBeamGetToken::SetRequestHeaders() {
-  FHeaders.Add("Content-Type: application/x-www-form-urlencoded");
+  Headers().Add("Content-Type: application/x-www-form-urlencoded");
 }
 
 void TBeamGetToken::SetRequestBody() {
-  FBody.Add("client_id=" + FClientId + "&client_secret=" + FClientSecret + "&grant_type=client_credentials");
+  Body().Add("client_id=" + FClientId + "&client_secret=" + FClientSecret + "&grant_type=client_credentials");
 }
 
 bool TBeamGetToken::ValidateRequestBody() {
@@ -39,7 +39,7 @@ void TBeamGetToken::ReadRefusal() {
   FResponseStatus = TBeamAPIHelper::SafeJsonValue(Json, "error_code");
   FResponseError = TBeamAPIHelper::SafeJsonValue(Json, "error");
   const TJSONValue* Codes = Json.Object() ? Json.Object()->Find("error_codes") : nullptr;
-  if (FResponseStatus.empty() && Codes) FResponseStatus = PrintJSON(*Codes, TJSONLayout::Compact);
+  if (FResponseStatus.empty() && Codes && !Codes->IsNull()) FResponseStatus = PrintJSON(*Codes, TJSONLayout::Compact);
 }
 
 void TBeamGetToken::ReadToken() {

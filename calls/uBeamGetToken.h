@@ -14,13 +14,22 @@ class OXSUPERAPI_EXPORT TBeamGetToken : public TBeamAPICall {
  public:
   TBeamGetToken();
 
+  /// The plain client credentials; both mandatory. @{
   void SetClientID(std::string ClientID) { FClientId = std::move(ClientID); }
   void SetClientSecret(std::string ClientSecret) { FClientSecret = std::move(ClientSecret); }
-  /// The token to fill; stays the caller's. Null lets the call make one of its own, which goes with the call.
+  const std::string& ClientID() const { return FClientId; }
+  const std::string& ClientSecret() const { return FClientSecret; }
+  /// @}
+
+  /// The token to fill; stays the caller's. Null lets the call make one of its own, which goes with the call. @{
   void SetBeamToken(TBeamToken* BeamToken) { FBeamToken = BeamToken; }
   TBeamToken* BeamToken() const { return FBeamToken; }
-  /// "Bearer " and the token's text; "" while there is no token object.
+  /// @}
+
+  /// "Bearer " and the token's text; "" while there is no token object. @{
   std::string GetTokenString() const;
+  std::string BearerToken() const { return GetTokenString(); }
+  /// @}
 
   void SetRequestHeaders() override;
   /// Id and secret are inserted as they are: a secret that holds "&" breaks the form.

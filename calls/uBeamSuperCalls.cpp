@@ -163,4 +163,104 @@ bool PutCancelContribution(std::string Source, std::string ProcessId, std::strin
   return Result;
 }
 
+bool PostParticipantDetails(std::string Source, const TBeamParticipantDetails* ParticipantDetails, std::string& Message,
+                            std::string& Error, std::string& Status, std::string& TokenForSignup) {
+  Clear(Message, Error, Status, TokenForSignup);
+  TBeamPostParticipantDetails Call;
+  Call.SetSource(std::move(Source));
+  Call.SetToken(CustomerTokenText());
+  Call.SetParticipantDetails(ParticipantDetails);
+  const bool Result = Call.MakeCall();
+  ReadOut(Call, Message, Error, Status);
+  TokenForSignup = Call.TokenForSignup();
+  return Result;
+}
+
+bool GetParticipantDetails(std::string Source, std::string ParticipantNumber,
+                           std::unique_ptr<TBeamParticipantDetails>& ParticipantDetails, std::string& Message,
+                           std::string& Error, std::string& Status) {
+  Clear(Message, Error, Status);
+  ParticipantDetails.reset();
+  TBeamGetParticipantDetails Call;
+  Call.SetSource(std::move(Source));
+  Call.SetToken(CustomerTokenText());
+  Call.SetParticipantNumber(std::move(ParticipantNumber));
+  const bool Result = Call.MakeCall();
+  ParticipantDetails = Call.TakeParticipantDetails();
+  ReadOut(Call, Message, Error, Status);
+  return Result;
+}
+
+bool GetTermsAcceptances(std::string Source, std::string ParticipantNumber, std::int32_t EmployerId,
+                         std::int32_t DDAuthorityId, std::unique_ptr<TBeamTermsAcceptance>& TermsAcceptance,
+                         std::string& Message, std::string& Error, std::string& Status) {
+  Clear(Message, Error, Status);
+  TermsAcceptance.reset();
+  TBeamGetTermsAcceptance Call;
+  Call.SetSource(std::move(Source));
+  Call.SetToken(CustomerTokenText());
+  Call.SetParticipantNumber(std::move(ParticipantNumber));
+  Call.SetEmployerId(EmployerId);
+  Call.SetDDAuthorityId(DDAuthorityId);
+  const bool Result = Call.MakeCall();
+  TermsAcceptance = Call.TakeTermsAcceptance();
+  ReadOut(Call, Message, Error, Status);
+  return Result;
+}
+
+bool GetNotifications(std::string Source, std::string ClientParticipantNumber, std::int32_t Count,
+                      std::int32_t NotificationId, std::unique_ptr<TBeamNotifications>& Notifications,
+                      std::int32_t& LogID, std::string& Message, std::string& Error, std::string& Status) {
+  Clear(Message, Error, Status);
+  Notifications.reset();
+  LogID = 0;
+  TBeamGetNotifications Call;
+  Call.SetSource(std::move(Source));
+  const TBeamToken* Token = TBeamSuperGlobal::BeamSuperGlobal().GetCustomerToken();
+  if (!Token) {
+    Message = "No token obtained";
+    return false;
+  }
+  Call.SetToken(Token->TokenString);
+  Call.SetClientParticipantNumber(std::move(ClientParticipantNumber));
+  Call.SetCount(Count);
+  Call.SetNotificationId(NotificationId);
+  const bool Result = Call.MakeCall();
+  Notifications = Call.TakeNotifications();
+  LogID = Call.SuperLogID();
+  ReadOut(Call, Message, Error, Status);
+  return Result;
+}
+
+bool GetDefaultFunds(std::string Source, std::string ParticipantNumber, std::string EmployerId,
+                     std::string DefaultFundId, std::unique_ptr<TBeamDefaultFunds>& DefaultFunds, std::string& Message,
+                     std::string& Error, std::string& Status) {
+  Clear(Message, Error, Status);
+  DefaultFunds.reset();
+  TBeamGetDefaultFunds Call;
+  Call.SetSource(std::move(Source));
+  Call.SetToken(CustomerTokenText());
+  Call.SetParticipantNumber(std::move(ParticipantNumber));
+  Call.SetEmployerId(std::move(EmployerId));
+  Call.SetDefaultFundId(std::move(DefaultFundId));
+  const bool Result = Call.MakeCall();
+  DefaultFunds = Call.TakeDefaultFunds();
+  ReadOut(Call, Message, Error, Status);
+  return Result;
+}
+
+bool GetSuperFunds(std::string Source, std::string SearchString, std::unique_ptr<TSuperFundSearchResult>& SearchResults,
+                   std::string& Message, std::string& Error, std::string& Status) {
+  Clear(Message, Error, Status);
+  SearchResults.reset();
+  TBeamGetFundSearch Call;
+  Call.SetSource(std::move(Source));
+  Call.SetToken(CustomerTokenText());
+  Call.SetSearchString(std::move(SearchString));
+  const bool Result = Call.MakeCall();
+  SearchResults = Call.TakeSearchResults();
+  ReadOut(Call, Message, Error, Status);
+  return Result;
+}
+
 }  // namespace oxSuperAPI

@@ -52,14 +52,6 @@ const TJSONValue* FindPath(TJSONView Json, std::string_view ParentName, std::str
   return FindPath(FindPath(Json, ParentName), Name);
 }
 
-std::string TextOf(const TJSONValue* Value) {
-  if (!Value) return "";
-  if (const std::string* Text = Value->AsString()) return *Text;
-  if (const TJSONNumber* Number = Value->AsNumber()) return Number->Text;
-  if (const bool* Boolean = Value->AsBoolean()) return *Boolean ? "true" : "false";
-  return "";
-}
-
 // The member of exactly that name, or null when it is missing or JSON null.
 const TJSONValue* FindMember(TJSONView Json, std::string_view Name) {
   const TJSONValue* Member = Json.Object() ? Json.Object()->Find(Name) : nullptr;
@@ -90,6 +82,14 @@ void ReplaceFirst(std::string& Text, std::string_view Old, std::string_view New)
 }
 
 }  // namespace
+
+std::string TBeamAPIHelper::TextOf(const TJSONValue* Value) {
+  if (!Value) return "";
+  if (const std::string* Text = Value->AsString()) return *Text;
+  if (const TJSONNumber* Number = Value->AsNumber()) return Number->Text;
+  if (const bool* Boolean = Value->AsBoolean()) return *Boolean ? "true" : "false";
+  return "";
+}
 
 std::string TBeamAPIHelper::SafeJsonValue(TJSONView Json, std::string_view Name) {
   return TextOf(FindPath(Json, Name));

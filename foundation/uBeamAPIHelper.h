@@ -18,6 +18,7 @@ namespace oxSuperAPI {
 /// Where a read starts: an object, an array, any other value, or nothing at all. Refers to the tree, owns nothing.
 class TJSONView {
  public:
+  /// Converts in silence, so that every reader takes any of them. Null is nothing at all. @{
   TJSONView(std::nullptr_t = nullptr) {}
   TJSONView(const TJSONValue* Value)
       : FObject(Value ? Value->AsObject() : nullptr), FArray(Value ? Value->AsArray() : nullptr) {}
@@ -26,9 +27,12 @@ class TJSONView {
   TJSONView(const TJSONValue& Value) : TJSONView(&Value) {}
   TJSONView(const TJSONObject& Object) : FObject(&Object) {}
   TJSONView(const TJSONArray& Array) : FArray(&Array) {}
+  /// @}
 
+  /// The tree's own object or array; null when the view starts at something else. @{
   const TJSONObject* Object() const { return FObject; }
   const TJSONArray* Array() const { return FArray; }
+  /// @}
 
  private:
   const TJSONObject* FObject = nullptr;
@@ -50,18 +54,24 @@ class OXSUPERAPI_EXPORT TBeamAPIHelper {
  public:
   TBeamAPIHelper() = delete;
 
+  /// A value as text, "" for null.
+  static std::string TextOf(const TJSONValue* Value);
+  /// The value at the path as text; "" when it is not found.
   static std::string SafeJsonValue(TJSONView Json, std::string_view Name);
 
   /// These three take the member of exactly that name, no path.
   static std::int32_t SafeJsonInteger(TJSONView Json, std::string_view Name);
   /// True when the member is there and not null; `Out` is then borrowed from the tree, else left as it was.
-  /// Raises TBeamTypeError when the member is of another kind.
+  /// Raises TBeamTypeError when the member is of another kind. @{
   static bool SafeJsonObject(TJSONView Json, std::string_view Name, const TJSONObject*& Out);
   static bool SafeJsonArray(TJSONView Json, std::string_view Name, const TJSONArray*& Out);
+  /// @}
 
-  /// The value at `Name` inside the value at `ParentName`, or inside `Json` itself when `ParentName` is empty.
+  /// The value at `Name` inside the value at `ParentName`, or inside `Json` itself when `ParentName` is empty. @{
   static std::string ValueAsString(TJSONView Json, std::string_view ParentName, std::string_view Name);
   static std::int32_t ValueAsInteger(TJSONView Json, std::string_view ParentName, std::string_view Name);
+  /// @}
+
   /// 0.0 for a text of nothing but blanks. Raises TBeamConversionError when the text is not a number.
   static double ValueAsDouble(TJSONView Json, std::string_view ParentName, std::string_view Name);
   /// As ValueAsDouble, but a missing or blank text raises too: some amounts may not be absent.
@@ -84,8 +94,11 @@ class OXSUPERAPI_EXPORT TBeamAPIHelper {
   /// Unwraps a JSON object that arrived as a quoted string. Purely textual, like the senders that wrap it so.
   static std::string CleanUp(const std::string& Text);
 
+  /// The node of exactly this name, or null, also when `Node` is null. Owned by its document. @{
   static const TXMLNode* FindChildNode(const TXMLNode* Node, std::string_view Name);
   static const TXMLNode* FindAttributeNode(const TXMLNode* Node, std::string_view Name);
+  /// @}
+
   /// Follows `Path` (element names separated by ";") down from `Node`; with `xmlvtAttribute` the last name is an
   /// attribute's. `Value` is trimmed, and "" where the path ends early.
   static void GetNodeValue(const TXMLNode* Node, std::string_view Path, TxmlValueType ValueType, std::string& Value);
@@ -102,17 +115,24 @@ class OXSUPERAPI_EXPORT TObjectStringList {
   TObjectStringList(const TObjectStringList&) = delete;
   TObjectStringList& operator=(const TObjectStringList&) = delete;
 
+  /// Appends an entry; an attached object becomes the list's own. @{
   void Add(std::string Text) { FEntries.push_back({std::move(Text), nullptr}); }
   template <class Object>
   void AddObject(std::string Text, std::unique_ptr<Object> Owned) {
     FEntries.push_back({std::move(Text), std::shared_ptr<void>(std::move(Owned))});
   }
+  /// @}
+
   /// Raises TBeamRangeError, as do the readers, when `Index` is not below `Count()`.
   void Delete(std::size_t Index);
+  /// Frees the attached objects as well.
   void Clear() { FEntries.clear(); }
 
+  /// Entries, and the text of one. Borrowed from the list. @{
   std::size_t Count() const { return FEntries.size(); }
   const std::string& operator[](std::size_t Index) const { return Entry(Index).Text; }
+  /// @}
+
   /// The attached object, or null; `Object` must be the type it was added as. Owned by the list.
   template <class Object>
   Object* ObjectAt(std::size_t Index) const {

@@ -1,5 +1,6 @@
 #include "oxSuperAPI/foundation/uBeamDates.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstddef>
@@ -72,6 +73,14 @@ void AppendHoursMinutes(std::string& Out, std::int64_t Milliseconds) {
   AppendPadded(Out, Milliseconds / 60'000 % 60, 2);
 }
 
+void AppendDateSeconds(std::string& Out, const TMoment& Moment) {
+  AppendDate(Out, Moment.Day);
+  Out += 'T';
+  AppendHoursMinutes(Out, Moment.Milliseconds);
+  Out += ':';
+  AppendPadded(Out, Moment.Milliseconds / 1000 % 60, 2);
+}
+
 }  // namespace
 
 TDateTime EncodeDate(int Year, int Month, int Day) {
@@ -93,6 +102,10 @@ TDateTime DateOf(TDateTime Value) {
 }
 
 TDateTime IncMonth(TDateTime Value, int Months) {
+  // Chrono keeps a year in 16 bits: what leaves the calendar by far must not come back into it.
+  constexpr int MonthsOfTheCalendar = 12 * 9999;
+  if (Months < -MonthsOfTheCalendar || Months > MonthsOfTheCalendar)
+    throw TBeamConversionError("A date-time lies outside the calendar");
   const TMoment Moment = Split(Value);
   const year_month_day Date = DateOfDay(Moment.Day);
   year_month_day Moved = Date + std::chrono::months{Months};
@@ -102,7 +115,7 @@ TDateTime IncMonth(TDateTime Value, int Months) {
 }
 
 TDateTime IncYear(TDateTime Value, int Years) {
-  return IncMonth(Value, 12 * Years);
+  return IncMonth(Value, std::clamp(Years, -10'000, 10'000) * 12);
 }
 
 TDateTime IncSeconds(TDateTime Value, double Seconds) {
@@ -135,13 +148,17 @@ std::string FormatDateMinutes(TDateTime Value) {
 }
 
 std::string FormatUTCSeconds(TDateTime Value) {
+  std::string Result;
+  AppendDateSeconds(Result, Split(Value));
+  return Result += 'Z';
+}
+
+std::string FormatUTCMilliseconds(TDateTime Value) {
   const TMoment Moment = Split(Value);
   std::string Result;
-  AppendDate(Result, Moment.Day);
-  Result += 'T';
-  AppendHoursMinutes(Result, Moment.Milliseconds);
-  Result += ':';
-  AppendPadded(Result, Moment.Milliseconds / 1000 % 60, 2);
+  AppendDateSeconds(Result, Moment);
+  Result += '.';
+  AppendPadded(Result, Moment.Milliseconds % 1000, 3);
   return Result += 'Z';
 }
 

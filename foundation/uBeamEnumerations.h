@@ -9,10 +9,13 @@
 /// texts are sent or stored: neither may change.
 namespace oxSuperAPI {
 
+/// The HTTP verb of a call, as the call log names it.
 enum class TBeamCallMethod : std::uint8_t { bcmPost, bcmGet, bcmPut, bcmDelete, bcmUpdate };
 
+/// Whether the service is offered to this customer at all.
 enum class TBeamSuperEnabled : std::uint8_t { bseUnknown, bseYes, bseNo, bseSuspended };
 
+/// How far the customer has come: from no service through activation to expired credentials.
 enum class TBeamSuperStatus : std::uint8_t {
   bssUnknown,
   bssNotEnabled,
@@ -22,10 +25,13 @@ enum class TBeamSuperStatus : std::uint8_t {
   bssExpired
 };
 
+/// Which installation of the service is addressed; undecided until the host has been asked.
 enum class TBeamSuperEnvironment : std::uint8_t { bsenvUnknown, bsenvIntgDev, bsenvAcptQa, bsenvProdLive };
 
+/// How the employer pays a batch.
 enum class TBeamSuperPaymentMethod : std::uint8_t { bspmDC, bspmDD, bspmBPay, bspmPayID, bspmOther };
 
+/// The stages of a batch as a host stores them, by ordinal.
 enum class TBeamSuperAction : std::uint8_t {
   bsaCreated,
   bsaValidated,
@@ -42,10 +48,13 @@ enum class TBeamSuperAction : std::uint8_t {
   bsaMarkedAsProcessed
 };
 
+/// The mark on a line of a batch.
 enum class TBeamSuperTransError : std::uint8_t { bsteNone, bsteError, bsteMoved };
 
+/// For which of the service's channels a token was issued.
 enum class TBeamSuperTokenChannel : std::uint8_t { bstcNone, bstcAdmin, bstcCustomer, bstcApp };
 
+/// An outcome with a third value for a raised error.
 enum class TBeamSuperResult : std::uint8_t { bsrFalse, bsrTrue, bsrException };
 
 /// How the credentials in the common database compare with those in the payroll database.
@@ -58,13 +67,16 @@ enum class TBeamSuperCredentialsState : std::uint8_t {
   bscsCommonNewer
 };
 
+/// The payroll application that loads the library.
 enum class TPayrollProduct : std::uint8_t { ppKestrel, ppOsprey };
 
 /// Names of the methods in the call log. `bcmUpdate` is "Patch" on the wire: name and verb differ.
 inline constexpr TBeamTable<TBeamCallMethod, 5> TBeamMethodString{{"Post", "Get", "Put", "Delete", "Patch"}};
 
+/// For screens and logs.
 inline constexpr TBeamTable<TBeamSuperEnabled, 4> TTBeamSuperAvailable{{"Unknown", "Yes", "No", "Suspended"}};
 
+/// For screens and logs.
 inline constexpr TBeamTable<TBeamSuperStatus, 6> TTBeamSuperStatusString{
     {"Unknown", "Not Enabled", "Enabled", "Activated", "Nearly Expired", "Expired"}};
 
@@ -84,8 +96,10 @@ inline constexpr TBeamTable<TBeamSuperAction, 13> TBeamSuperActionString{
     {"Created", "Validated", "Has Errors", "Submitted", "Awaiting Payment", "Awaiting Clearance", "Reconciled",
      "Sent To Fund", "Sent To Fund With Refund", "Cancelled", "Refunded", "Unknown", "Marked as Processed"}};
 
+/// For screens; a line without an error has no mark.
 inline constexpr TBeamTable<TBeamSuperTransError, 3> TBeamSuperTransErrorString{{"", "Error", "Moved"}};
 
+/// The products as people know them.
 inline constexpr TBeamTable<TPayrollProduct, 2> TPayrollProductStrings{{"Kestrel", "Osprey"}};
 
 /// Base of every request's URL, without a trailing slash. An undecided environment has a prompt instead of an address.

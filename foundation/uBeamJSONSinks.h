@@ -24,7 +24,7 @@ enum class TAddNested : std::uint8_t { IfFilled, Always };
 /// The overloads take exactly `double`, `std::int32_t` and `bool`: a text or a pointer would otherwise become a
 /// boolean in silence.
 template <class Sink>
-class TJSONAddOperations {
+class OXSUPERAPI_EXPORT TJSONAddOperations {
  public:
   /// Two decimals. Left out without a name, always; strictly between -0.01 and 0.01 left out, or "0" with AlwaysAdd.
   Sink& AddPair(std::string_view Name, std::same_as<double> auto Value, bool AlwaysAdd = false) {
@@ -49,6 +49,7 @@ class TJSONAddOperations {
     return AlwaysAdd || !Name.empty() ? AddFloat(Name, Value) : Self();
   }
 
+  /// The text as it stands; an empty one is left out, unless AlwaysAdd.
   Sink& AddString(std::string_view Name, std::string_view Value, bool AlwaysAdd = false) {
     return AlwaysAdd || !(Name.empty() || Value.empty()) ? Append(Name, Value) : Self();
   }
@@ -74,17 +75,20 @@ class TJSONAddOperations {
   }
 };
 
-class TJSONArrayHelper;
+class OXSUPERAPI_EXPORT TJSONArrayHelper;
 
 /// Adds to a JSON object of the document model, which stays the caller's.
-class TJSONObjectHelper : public TJSONAddOperations<TJSONObjectHelper> {
+class OXSUPERAPI_EXPORT TJSONObjectHelper : public TJSONAddOperations<TJSONObjectHelper> {
  public:
+  /// `Object` has to outlive the helper.
   explicit TJSONObjectHelper(TJSONObject& Object) : FObject(Object) {}
 
+  /// Append without a look at the value: what the add operations end in. @{
   void AppendString(std::string_view Name, std::string_view Text) {
     FObject.Append(std::string(Name), TJSONValue(std::string(Text)));
   }
   void AppendBoolean(std::string_view Name, bool Value) { FObject.Append(std::string(Name), TJSONValue(Value)); }
+  /// @}
 
   /// Adds a nested object that `Fill` writes through the helper it is given.
   template <class FillObject>
@@ -98,10 +102,12 @@ class TJSONObjectHelper : public TJSONAddOperations<TJSONObjectHelper> {
 };
 
 /// The elements of an array of the document model.
-class TJSONArrayHelper {
+class OXSUPERAPI_EXPORT TJSONArrayHelper {
  public:
+  /// `Array` has to outlive the helper.
   explicit TJSONArrayHelper(TJSONArray& Array) : FArray(Array) {}
 
+  /// Adds an object that `Fill` writes through the helper it is given.
   template <class FillObject>
   void Element(TAddNested When, FillObject Fill) {
     TJSONObject Nested;
@@ -132,10 +138,12 @@ void TJSONObjectHelper::Array(std::string_view Name, TAddNested When, FillArray 
 
 /// Writes the pretty text of the same members straight into a buffer, with no tree in between. What it writes equals
 /// `PrintJSON(..., TJSONLayout::Pretty)` of the tree that TJSONObjectHelper builds.
-class TJSONTextWriter : public TJSONAddOperations<TJSONTextWriter> {
+class OXSUPERAPI_EXPORT TJSONTextWriter : public TJSONAddOperations<TJSONTextWriter> {
  public:
+  /// Appends to `Out`, which has to outlive the writer.
   explicit TJSONTextWriter(std::string& Out) : FOut(Out) {}
 
+  /// Append without a look at the value: what the add operations end in. @{
   void AppendString(std::string_view Name, std::string_view Text) {
     StartMember(Name);
     AppendJSONString(FOut, Text);
@@ -144,12 +152,20 @@ class TJSONTextWriter : public TJSONAddOperations<TJSONTextWriter> {
     StartMember(Name);
     FOut += Value ? "true" : "false";
   }
+  /// @}
 
-  /// The outermost object or array.
+  /// The outermost object, or array. @{
   template <class FillObject>
   void Root(FillObject Fill) {
     Enclose('{', '}', Fill);
   }
+  template <class FillArray>
+  void RootArray(FillArray Fill) {
+    Enclose('[', ']', Fill);
+  }
+  /// @}
+
+  /// As the operations of TJSONObjectHelper and TJSONArrayHelper. @{
   template <class FillObject>
   void Object(std::string_view Name, TAddNested When, FillObject Fill) {
     Nest(
@@ -165,6 +181,7 @@ class TJSONTextWriter : public TJSONAddOperations<TJSONTextWriter> {
     Nest(
         When, [&] { StartItem(); }, '{', '}', Fill);
   }
+  /// @}
 
  private:
   // What stays empty and is not always added is taken back, separator and name included.
@@ -213,7 +230,7 @@ class TJSONTextWriter : public TJSONAddOperations<TJSONTextWriter> {
   bool FFilled = false;
 };
 
-/// The two forms of a record that describes its JSON once, in `template <class Sink> void Write(Sink&) const`.
+/// The two forms of a record that describes its JSON once, in `template <class Sink> void Write(Sink&) const`. @{
 template <class Record>
 std::unique_ptr<TJSONObject> WriteToObject(const Record& Source) {
   auto Result = std::make_unique<TJSONObject>();
@@ -228,5 +245,23 @@ std::string WriteToText(const Record& Source) {
   Writer.Root([&](TJSONTextWriter& Json) { Source.Write(Json); });
   return Result;
 }
+/// @}
+
+/// The same for a list that is a bare array on the wire: `template <class Array> void WriteElements(Array&) const`. @{
+template <class List>
+std::unique_ptr<TJSONArray> WriteToArray(const List& Source) {
+  auto Result = std::make_unique<TJSONArray>();
+  TJSONArrayHelper Helper(*Result);
+  Source.WriteElements(Helper);
+  return Result;
+}
+template <class List>
+std::string WriteToArrayText(const List& Source) {
+  std::string Result;
+  TJSONTextWriter Writer(Result);
+  Writer.RootArray([&](TJSONTextWriter& Json) { Source.WriteElements(Json); });
+  return Result;
+}
+/// @}
 
 }  // namespace oxSuperAPI

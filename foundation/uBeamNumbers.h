@@ -11,9 +11,10 @@
 namespace oxSuperAPI {
 
 /// Appends `Value` with two decimals, rounded as C's "%.2f" does (0.125 gives 0.12). A result of zero has no sign.
-/// Raises TBeamConversionError for NaN and infinity, which have no wire form.
+/// Raises TBeamConversionError for NaN and infinity, which have no wire form. @{
 OXSUPERAPI_EXPORT void AppendFloat(std::string& Out, double Value);
 OXSUPERAPI_EXPORT std::string FormatFloat(double Value);
+/// @}
 
 /// The whole of `Text` as a number: digits with an optional sign, fraction and exponent. No blanks, no "inf" or "nan",
 /// no hexadecimal; none when out of range.

@@ -13,8 +13,10 @@ namespace oxSuperAPI {
 /// A constant table of texts with one entry per member of an enumeration.
 template <class Enumeration, std::size_t Size>
 struct TBeamTable {
+  /// The texts by ordinal.
   std::array<std::string_view, Size> Entries;
 
+  /// False for an ordinal that was cast from outside the enumeration.
   constexpr bool Contains(Enumeration Member) const { return Ordinal(Member) < Size; }
 
   /// The member's text. Raises TBeamRangeError for an ordinal that is no member.

@@ -15,16 +15,21 @@ namespace oxSuperAPI {
 /// A column's or parameter's value: NULL, an integer, a date-time (TDateTime) or a text (UTF-8).
 using TDBValue = std::variant<std::monostate, std::int32_t, TDateTime, std::string>;
 
+/// A value for a named parameter.
 struct TDBParameter {
+  /// The name comes without its colon. @{
   std::string Name;
   TDBValue Value;
+  /// @}
 };
 
 /// A statement with named parameters, written `:Name` in the text. A name may be the beginning of another one
 /// (`:Env`, `:Environment`). Parameters are bound, never pasted into the text.
 struct TDBStatement {
+  /// The text, and a value for each name in it. @{
   std::string SQL;
   std::vector<TDBParameter> Parameters;
+  /// @}
 };
 
 /// The rows of a select, with a cursor on the first of them. Field names are compared without regard to letter case.
@@ -34,13 +39,17 @@ class OXSUPERAPI_EXPORT TADOQuery {
   virtual ~TADOQuery() = default;
   /// No row under the cursor: the select found none.
   virtual bool Eof() const = 0;
-  /// The field of the current row, or of the row last posted. NULL reads as "", 0 and 0.0. An unknown name raises.
+  /// The field of the current row, or of the row last posted. NULL reads as "", 0 and 0.0. An unknown name raises. @{
   virtual std::string FieldAsString(std::string_view Name) const = 0;
   virtual std::int32_t FieldAsInteger(std::string_view Name) const = 0;
   virtual TDateTime FieldAsDateTime(std::string_view Name) const = 0;
-  /// Starts a new row, or a change of the current one.
+  /// @}
+
+  /// Starts a new row, or a change of the current one. @{
   virtual void Append() = 0;
   virtual void Edit() = 0;
+  /// @}
+
   /// Sets a field of the row that Append or Edit started.
   virtual void SetField(std::string_view Name, const TDBValue& Value) = 0;
   /// Writes that row to the table; afterwards it is the current one and an identity column has its value.

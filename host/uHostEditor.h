@@ -17,15 +17,20 @@ enum class TEditorKind : std::uint8_t { Request, Response };
 class OXSUPERAPI_EXPORT TfrmResponseEditor {
  public:
   virtual ~TfrmResponseEditor() = default;
+  /// What the form shows; set before `ShowModal`. @{
   virtual void SetCaption(const std::string& Caption) = 0;
   virtual void SetLines(const TStringList& Lines) = 0;
+  /// @}
+
   /// Decimal text of the HTTP status; called on the response form only.
   virtual void SetStatusText(const std::string& Status) = 0;
   /// Blocks until the form is closed.
   virtual int ShowModal() = 0;
-  /// What the person left in the form. Asked only after `ShowModal` returned `mrOk`.
+  /// What the person left in the form. Asked only after `ShowModal` returned `mrOk`. @{
   virtual TStringList Lines() const = 0;
   virtual std::string StatusText() const = 0;
+  /// @}
+
   /// The skip check box of the request form: do not send this request.
   virtual bool SkipChecked() const = 0;
 };

@@ -16,12 +16,14 @@ namespace oxSuperAPI {
 class OXSUPERAPI_EXPORT THTTPHelper {
  public:
   virtual ~THTTPHelper() = default;
+  /// One request. The lines of `Body` travel with CR LF between them and must arrive unchanged. @{
   virtual std::int32_t httpNetGet(const std::string& URL, const TStringList& Headers, TStringList& LogDetails,
                                   TStringList& Response) = 0;
   virtual std::int32_t httpNetPost(const std::string& URL, const TStringList& Headers, const TStringList& Body,
                                    TStringList& LogDetails, TStringList& Response) = 0;
   virtual std::int32_t httpNetPut(const std::string& URL, const TStringList& Headers, const TStringList& Body,
                                   TStringList& LogDetails, TStringList& Response) = 0;
+  /// @}
 };
 
 }  // namespace oxSuperAPI

@@ -104,17 +104,15 @@ class TPrinter {
  private:
   template <class List, class PrintOne>
   void Enclose(char Open, char Close, const List& Items, PrintOne PrintItem) {
+    if (++FDepth > MaxJSONDepth) throw TBeamError("The JSON value is nested too deeply to be written");
     FOut += Open;
-    if (!Items.empty()) {
-      if (++FDepth > MaxJSONDepth) throw TBeamError("The JSON value is nested too deeply to be written");
-      for (const auto& Item : Items) {
-        if (&Item != &Items.front()) FOut += ',';
-        StartLine();
-        PrintItem(Item);
-      }
-      --FDepth;
+    for (const auto& Item : Items) {
+      if (&Item != &Items.front()) FOut += ',';
       StartLine();
+      PrintItem(Item);
     }
+    --FDepth;
+    if (!Items.empty()) StartLine();
     FOut += Close;
   }
 

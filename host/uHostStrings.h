@@ -14,20 +14,30 @@ namespace oxSuperAPI {
 /// An entry may itself hold line breaks; they are carried through unchanged.
 class OXSUPERAPI_EXPORT TStringList {
  public:
+  /// Takes the lines over as they are; nothing is split. @{
   TStringList() = default;
   explicit TStringList(std::vector<std::string> Lines) : FLines(std::move(Lines)) {}
+  /// @}
 
+  /// Line breaks in the entry stay part of it. @{
   void Add(std::string Line) { FLines.push_back(std::move(Line)); }
   void Clear() { FLines.clear(); }
+  /// @}
+
   /// The list then holds exactly one entry, or none when `Text` is empty. Line breaks in it are not split.
   void SetText(std::string Text);
 
+  /// Entries, not lines of the text: an entry may hold line breaks. @{
   std::size_t Count() const { return FLines.size(); }
   bool IsEmpty() const { return FLines.empty(); }
+  /// @}
+
   /// Raises TBeamRangeError when `Index` is not below `Count()`.
   const std::string& operator[](std::size_t Index) const;
+  /// Iterators over the entries; they hold until the next change of the list. @{
   auto begin() const { return FLines.begin(); }
   auto end() const { return FLines.end(); }
+  /// @}
 
   /// The entries with CR LF between them; none after the last.
   std::string Text() const;

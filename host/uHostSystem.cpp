@@ -39,7 +39,7 @@ TDateTime THostSystem::Now() const {
 TDateTime THostSystem::LocalToUTC(TDateTime Local) const {
   using namespace std::chrono;
   const double Milliseconds = std::round(Local * MillisecondsPerDay);
-  if (!(std::abs(Milliseconds) < 1e15)) throw TBeamError("A date-time lies outside the calendar");
+  if (!(std::abs(Milliseconds) < 1e15)) throw TBeamConversionError("A date-time lies outside the calendar");
   const auto Whole = static_cast<std::int64_t>(Milliseconds);
   const sys_time<milliseconds> Moment = sys_days{year{1899} / December / 30} + milliseconds{Whole};
   const auto Day = floor<days>(Moment);
@@ -55,7 +55,7 @@ TDateTime THostSystem::LocalToUTC(TDateTime Local) const {
   Time.tm_isdst = -1;
   const std::time_t Stamp = std::mktime(&Time);
   std::tm Utc{};
-  if (!gmtime_r(&Stamp, &Utc)) throw TBeamError("A date-time lies outside the calendar");
+  if (!gmtime_r(&Stamp, &Utc)) throw TBeamConversionError("A date-time lies outside the calendar");
   return FromBrokenDown(Utc, static_cast<int>(Clock.subseconds().count()));
 }
 

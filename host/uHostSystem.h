@@ -23,8 +23,10 @@ class OXSUPERAPI_EXPORT THostSystem {
   virtual TDateTime LocalToUTC(TDateTime Local) const;
   /// Fills in a random (version 4) GUID. False when the machine has no source of randomness.
   virtual bool CreateGUID(TGUID& GUID);
+  /// For `ProcessIdToSessionId` only.
   virtual std::uint32_t GetCurrentProcessId() const;
-  /// Session 0 means a service: nobody is at the keyboard. A false result counts as session 0 as well. The default
+  /// Session 0 means a service: nobody is at the keyboard. The
+  /// result is not looked at: leave `SessionId` at 0 when the query fails. The default
   /// gives session 1 when the process has a controlling terminal, else 0.
   virtual bool ProcessIdToSessionId(std::uint32_t ProcessId, std::uint32_t& SessionId) const;
 };

@@ -27,10 +27,11 @@ std::int32_t TBeamSuperLog::AddToLog(const std::string& Source, const std::strin
                                      const std::string& Headers, const std::string& Body, const std::string& Response,
                                      const std::string& LogDetails, const std::string& Status) noexcept {
   try {
-    TADOConnection* Connection = Host().ADOMainConnection();
-    if (!Connection) return 0;
+    if (!Host().ADOMainConnection()) return 0;
     if (IsBlank(Source) && IsBlank(Headers) && IsBlank(Body) && IsBlank(Response)) return 0;
     const std::int32_t Agent = AgentID();
+    TADOConnection* Connection = Host().ADOMainConnection();  // asked for anew: the host may have reconnected
+    if (!Connection) return 0;
     // Finds no row: it only gives a result set of the table's columns, into which the new row goes.
     const auto Row = Connection->Open({"select * from dbo._iptblBeamSuperLog where idBeamSuperLog = 0", {}});
     if (!Row) return 0;

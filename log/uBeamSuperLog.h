@@ -7,7 +7,8 @@
 
 namespace oxSuperAPI {
 
-/// The call log: one row in `dbo._iptblBeamSuperLog` of the payroll database for each request.
+/// The call log: rows in `dbo._iptblBeamSuperLog` of the payroll database, one for each request that was
+/// sent and one more where a program error followed.
 class OXSUPERAPI_EXPORT TBeamSuperLog {
  public:
   TBeamSuperLog() = delete;

@@ -49,7 +49,8 @@ void TBeamContributionDetail::Write(Sink& Json) const {
   Json.AddString("version", version);
 }
 
-void TBeamContributionDetail::LoadFromJsonObject(const TJSONObject& Source) {
+void TBeamContributionDetail::LoadFromJsonObject(TJSONView Source) {
+  if (!Source.Object()) return;
   const TBeamRecordReader Json(Source);
   Json.Object("contributionDetail", [&](const TBeamRecordReader& Detail) {
     Detail.Array("employers", [&](const TJSONObject& Employer) {

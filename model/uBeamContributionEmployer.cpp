@@ -25,7 +25,8 @@ void TBeamContributionEmployer::Write(Sink& Json) const {
   });
 }
 
-void TBeamContributionEmployer::LoadFromJsonObject(const TJSONObject& Source) {
+void TBeamContributionEmployer::LoadFromJsonObject(TJSONView Source) {
+  if (!Source.Object()) return;
   const TBeamRecordReader Json(Source);
   Json.Object("employerDetail", [&](const TBeamRecordReader& Detail) {
     Detail.Object("businessIdentifier", [&](const TBeamRecordReader& Identifier) {

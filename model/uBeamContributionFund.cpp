@@ -31,7 +31,8 @@ void TBeamContributionFund::Write(Sink& Json) const {
   });
 }
 
-void TBeamContributionFund::LoadFromJsonObject(const TJSONObject& Source) {
+void TBeamContributionFund::LoadFromJsonObject(TJSONView Source) {
+  if (!Source.Object()) return;
   const TBeamRecordReader Json(Source);
   fundEmployerNumber = Json.Text("fundEmployerNumber");
   Json.Object("fundIdentifier", [&](const TBeamRecordReader& Identifier) {

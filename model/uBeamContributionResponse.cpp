@@ -17,7 +17,8 @@ void TBeamSuperValidation::Write(Sink& Json) const {
   // kept: wire behaviour, the path is not written
 }
 
-void TBeamSuperValidation::LoadFromJSONObject(const TJSONObject& Source) {
+void TBeamSuperValidation::LoadFromJSONObject(TJSONView Source) {
+  if (!Source.Object()) return;
   const TBeamRecordReader Json(Source);
   context = Json.Text("context");
   errorCode = Json.Text("errorCode");
@@ -39,7 +40,8 @@ void TBeamSuperPayment::Write(Sink& Json) const {
   Json.AddString("usi", USI);
 }
 
-void TBeamSuperPayment::LoadFromJSONObject(const TJSONObject& Source) {
+void TBeamSuperPayment::LoadFromJSONObject(TJSONView Source) {
+  if (!Source.Object()) return;
   const TBeamRecordReader Json(Source);
   ABN = Json.Text("abn");
   Json.ObjectAnywhere("account", [&](const TBeamRecordReader& Account) { account.Read(Account); });
@@ -70,7 +72,8 @@ void TBeamContributionResponse::Write(Sink& Json) const {
   Json.AddPair("version", processed);  // kept: wire behaviour, the processed flag and not the version
 }
 
-void TBeamContributionResponse::LoadFromJSONObject(const TJSONObject& Source) {
+void TBeamContributionResponse::LoadFromJSONObject(TJSONView Source) {
+  if (!Source.Object()) return;
   const TBeamRecordReader Json(Source);
   Json.ObjectAnywhere("identifier", [&](const TBeamRecordReader& Identifier) {
     messageId = Identifier.Text("messageId");

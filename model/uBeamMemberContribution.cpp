@@ -105,7 +105,8 @@ void TBeamMemberContribution::Write(Sink& Json) const {
 }
 
 // The order decides which fields have their new values when a number is refused.
-void TBeamMemberContribution::LoadFromJsonObject(const TJSONObject& Source) {
+void TBeamMemberContribution::LoadFromJsonObject(TJSONView Source) {
+  if (!Source.Object()) return;
   const TBeamRecordReader Json(Source);
   Json.Object("address", [&](const TBeamRecordReader& Address) { address.Read(Address); });
   annualSalaryContributionsEndDate = Json.Text("annualSalaryContributionsEndDate");

@@ -4,12 +4,15 @@
 #include <memory>
 #include <string>
 
+#include "oxSuperAPI/foundation/uBeamAPIHelper.h"
 #include "oxSuperAPI/host/uHostJson.h"
 #include "oxSuperAPI/model/uBeamSharedRecords.h"
 
 namespace oxSuperAPI {
 
-struct TBeamMemberAddress {
+/// Where the member lives.
+struct OXSUPERAPI_EXPORT TBeamMemberAddress {
+  /// Members of "address". @{
   std::string addressType;
   std::string countryCode;
   std::string line1;
@@ -23,42 +26,55 @@ struct TBeamMemberAddress {
   template <class Sink>
   void Write(Sink& Json) const;
   void Read(const TBeamRecordReader& Json);
+  /// @}
 };
 
 /// A number or a text with the dates between which it holds (wire form, passed through).
-struct TBeamDatedValue {
+struct OXSUPERAPI_EXPORT TBeamDatedValue {
+  /// The period, and the number that holds in it. @{
   std::string endDate;
   std::string startDate;
   double value = 0;
+  /// @}
 };
-struct TBeamDatedText {
+/// The same for a text.
+struct OXSUPERAPI_EXPORT TBeamDatedText {
+  /// The period, and the text that holds in it. @{
   std::string endDate;
   std::string startDate;
   std::string value;
+  /// @}
 };
 
 /// An entry without an end date is never written, and the description never is.
-struct TBeamRegistrationOtherDetail {
+struct OXSUPERAPI_EXPORT TBeamRegistrationOtherDetail {
+  /// What the fund asks about the member beyond the named fields. @{
   std::string description;
   std::string endDate;
   std::string startDate;
   std::string text;
+  /// @}
 };
 
 /// An entry whose amount is exactly 0 is never written.
-struct TBeamOtherContributionAmount {
+struct OXSUPERAPI_EXPORT TBeamOtherContributionAmount {
+  /// Dollars, and what for. @{
   double amount = 0;
   std::string description;
+  /// @}
 };
 
 /// An entry without a description is never written.
-struct TBeamOtherContributionDetail {
+struct OXSUPERAPI_EXPORT TBeamOtherContributionDetail {
+  /// What is told, and about what. @{
   std::string description;
   std::string text;
+  /// @}
 };
 
 /// The defined-benefit data of a member. The three notional contributions are read and never written.
-struct TBeamDefinedBenefits {
+struct OXSUPERAPI_EXPORT TBeamDefinedBenefits {
+  /// Amounts in dollars, rates and fractions as the fund states them, dates as texts in wire form. @{
   double actualHoursPaid = 0;
   double actualPeriodicSalaryOrWagesEarned = 0;
   std::string annualSalaryForBenefitsEffectiveDate;
@@ -88,6 +104,7 @@ struct TBeamDefinedBenefits {
   template <class Sink>
   void Write(Sink& Json) const;
   void Read(const TBeamRecordReader& Json);
+  /// @}
 };
 
 /// One member's line in a contribution batch. Amounts are dollars; dates are texts in wire form (YYYY-MM-DD), passed
@@ -96,6 +113,7 @@ struct TBeamDefinedBenefits {
 /// Writer and reader are not mirror images: docs/wire.md lists what is lost on the way back, and why.
 class OXSUPERAPI_EXPORT TBeamMemberContribution {
  public:
+  /// Under their wire names. What is 0 or "" counts as not told. @{
   TBeamMemberAddress address;
   std::string annualSalaryContributionsEndDate;
   std::string annualSalaryContributionsStartDate;
@@ -138,17 +156,20 @@ class OXSUPERAPI_EXPORT TBeamMemberContribution {
   double superGuaranteeAmount = 0;
   double voluntaryAmount = 0;
   double weeklyHoursWorked = 0;
+  /// @}
 
+  /// The wire form, both ways: a tree that the caller owns, or pretty-printed text. `Write` serves either sink. @{
   std::unique_ptr<TJSONObject> GetAsJsonObject() const;
   /// Pretty-printed.
   std::string GetAsJsonString() const;
   /// Overwrites what the reader knows and leaves the rest. Raises TBeamConversionError at the first number that is
   /// missing or malformed (only `annualSalaryForBenefits` may be missing); fields read before keep their new values.
-  void LoadFromJsonObject(const TJSONObject& Source);
+  void LoadFromJsonObject(TJSONView Source);
 
   /// The description of the JSON, for either sink (TJSONObjectHelper, TJSONTextWriter).
   template <class Sink>
   void Write(Sink& Json) const;
+  /// @}
 };
 
 }  // namespace oxSuperAPI

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -14,9 +15,14 @@ namespace oxSuperAPI {
 /// write to. Reading nothing (a missing object) gives empty texts.
 class TBeamRecordReader {
  public:
+  /// Reads below `Json`, which has to outlive the reader.
   TBeamRecordReader(TJSONView Json) : FJson(Json) {}
 
+  /// "" when it is missing.
   std::string Text(std::string_view Name) const { return TBeamAPIHelper::ValueAsString(FJson, "", Name); }
+  /// 0 when it is missing or no integer.
+  std::int32_t Integer(std::string_view Name) const { return TBeamAPIHelper::ValueAsInteger(FJson, "", Name); }
+  /// True only for a JSON true.
   bool Boolean(std::string_view Name) const { return TBeamAPIHelper::ValueAsBool(FJson, "", Name); }
   /// Raises TBeamConversionError when the number is missing or malformed.
   double Number(std::string_view Name) const { return TBeamAPIHelper::ValueAsStrictDouble(FJson, "", Name); }
@@ -44,7 +50,7 @@ class TBeamRecordReader {
   }
 
   /// Runs `Read` on each element when the member holds an array; false when it does not. Raises TBeamTypeError at an
-  /// element that is no object.
+  /// element that is no object. @{
   template <class ReadElement>
   bool Array(std::string_view Name, ReadElement Read) const {
     return ReadElementsOf(Find(Name), Name, Read);
@@ -53,6 +59,32 @@ class TBeamRecordReader {
   bool ArrayAnywhere(std::string_view Name, ReadElement Read) const {
     return ReadElementsOf(TBeamAPIHelper::FindByName(FJson, Name), Name, Read);
   }
+  /// @}
+
+  /// Runs `Read` on the reader of each element when the member holds an array: a null among them reads as nothing.
+  /// Raises TBeamTypeError at an element that is neither an object nor null. @{
+  template <class ReadElement>
+  void Elements(std::string_view Name, ReadElement Read) const {
+    EachElement(FindArray(Name), Name, Read);
+  }
+  template <class ReadElement>
+  static void EachElement(const TJSONArray* Elements, std::string_view Name, ReadElement Read) {
+    if (!Elements) return;
+    for (const TJSONValue& Element : Elements->Elements()) Read(OfElement(Element, Name));
+  }
+  static TBeamRecordReader OfElement(const TJSONValue& Element, std::string_view ArrayName) {
+    return Element.IsNull() ? TBeamRecordReader(nullptr) : TBeamRecordReader(ObjectOf(Element, ArrayName));
+  }
+  /// @}
+
+  /// The first member of that name at any depth, as `FindByName` finds it, or null. Borrowed from the tree.
+  const TJSONValue* Anywhere(std::string_view Name) const { return TBeamAPIHelper::FindByName(FJson, Name); }
+  /// These raise TBeamError when there is no such member; one that is JSON null is there, with an empty text. @{
+  const TJSONValue& Required(std::string_view Name) const { return Present(Find(Name), Name); }
+  std::string RequiredTextAnywhere(std::string_view Name) const {
+    return TBeamAPIHelper::TextOf(&Present(Anywhere(Name), Name));
+  }
+  /// @}
 
   /// When the member holds an array, fills the table from its first entry, one entry an element, and leaves the
   /// entries behind them as they are. Elements beyond the table are not looked at.
@@ -72,6 +104,10 @@ class TBeamRecordReader {
 
  private:
   const TJSONValue* Find(std::string_view Name) const { return FJson.Object() ? FJson.Object()->Find(Name) : nullptr; }
+  static const TJSONValue& Present(const TJSONValue* Member, std::string_view Name) {
+    if (Member) return *Member;
+    throw TBeamError("The JSON member \"" + std::string(Name) + "\" is missing");
+  }
   const TJSONArray* FindArray(std::string_view Name) const {
     const TJSONValue* Member = Find(Name);
     return Member ? Member->AsArray() : nullptr;

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string>
 
+#include "oxSuperAPI/host/uBeamError.h"
+
 namespace oxSuperAPI {
 
 /// Tables inside a record have five entries; what the service sends beyond them is not kept.
@@ -13,7 +15,9 @@ class TBeamRecordReader;
 
 // Each record describes its JSON once, in Write, for either sink; Read stands beside it.
 
-struct TBeamPersonName {
+/// A person, as the service splits a name. Texts are passed through.
+struct OXSUPERAPI_EXPORT TBeamPersonName {
+  /// A text that is empty is left out. @{
   std::string familyName;
   std::string givenName;
   std::string otherGivenName;
@@ -23,12 +27,16 @@ struct TBeamPersonName {
   template <class Sink>
   void Write(Sink& Json) const;
   void Read(const TBeamRecordReader& Json);
+  /// @}
 };
 
-struct TBeamPhoneNumber {
+/// One way to reach a person. An entry without a number is never written.
+struct OXSUPERAPI_EXPORT TBeamPhoneNumber {
+  /// Texts of the service. @{
   std::string areaCode;
   std::string number;
   std::string phoneNumberType;
+  /// @}
 };
 /// An entry without a number is never written.
 using TBeamPhoneNumbers = std::array<TBeamPhoneNumber, MaxTableEntries>;
@@ -36,9 +44,12 @@ using TBeamPhoneNumbers = std::array<TBeamPhoneNumber, MaxTableEntries>;
 /// Adds "phoneNumbers" to the record that is being written.
 template <class Sink>
 void WritePhoneNumbers(Sink& Json, const TBeamPhoneNumbers& PhoneNumbers);
+/// Replaces all of `Entry`; what the JSON lacks becomes "".
 void ReadPhoneNumber(const TBeamRecordReader& Json, TBeamPhoneNumber& Entry);
 
-struct TBeamBankAccount {
+/// An account to pay from or to. `BSB` is the branch number.
+struct OXSUPERAPI_EXPORT TBeamBankAccount {
+  /// Texts as the bank writes them; empty ones are left out. @{
   std::string accountName;
   std::string accountNumber;
   std::string BSB;
@@ -46,6 +57,7 @@ struct TBeamBankAccount {
   template <class Sink>
   void Write(Sink& Json) const;
   void Read(const TBeamRecordReader& Json);
+  /// @}
 };
 
 }  // namespace oxSuperAPI

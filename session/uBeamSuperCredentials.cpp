@@ -146,7 +146,8 @@ TDBStatement TBeamSuperCredentials::SaveStatement() const {
 }
 
 bool TBeamSuperCredentials::GetIsExpired() const {
-  return CompareDateTime(DateLastIssued, IncYear(Now(), -2)) < 0;
+  const TDateTime Issued = DateLastIssued;  // read first: the host may call Finalize while its clock is asked
+  return CompareDateTime(Issued, IncYear(Now(), -2)) < 0;
 }
 
 bool TBeamSuperCredentials::GetNeedsReIssuing() const {

@@ -17,6 +17,8 @@ class OXSUPERAPI_EXPORT TBeamSuperCredentials : public std::enable_shared_from_t
   /// Loads at once, as `Load(pUCID)`.
   explicit TBeamSuperCredentials(std::string pUCID);
 
+  /// In plain text; enciphered only in the databases. `DateLastIssued` is local time, 0 for never. Secrets: never for a
+  /// log. @{
   std::string UCID;
   std::string UUID;
   std::string ClientID;
@@ -26,13 +28,15 @@ class OXSUPERAPI_EXPORT TBeamSuperCredentials : public std::enable_shared_from_t
   std::string CompanyName;
   std::string AcknowledgementToken;  ///< the one text that is stored as it is
   TDateTime DateLastIssued = 0;
+  /// @}
 
   /// Reads the newer of the two copies and brings the other one up to date; "" stands for the current customer, whose
   /// identifier is created if there is none. Without a row the fields are cleared and `UCID` stays. Credentials that
   /// are older than six months are reissued on the way, when this is the process-wide object.
   ///
-  /// Any error is written to the host log and raised as TBeamError "Unable to load the credentials to call Super
-  /// Clearing APIs"; fields read before it, and `UCID` always, keep their new values.
+  /// Any error once the databases are asked is written to the host log and raised as TBeamError "Unable to load the
+  /// credentials to call Super Clearing APIs"; an error while the identifier is determined passes on as it is. Fields
+  /// read before it, and `UCID` always, keep their new values.
   void Load(std::string pUCID);
 
   /// Writes both databases. Any error is written to the host log and raised as TBeamError "Error saving Super Clearing

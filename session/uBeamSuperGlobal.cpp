@@ -88,9 +88,9 @@ TBeamSuperStatus TBeamSuperGlobal::GetBeamSuperStatus() {
   const std::string UCID = DefDecrypt(GetCurrentSystemValue("BeamSuperUCID", "", false));
   if (UCID.empty()) return FBeamSuperStatus = bssEnabled;
 
-  const auto Row = OpenQuery(Host().ADOMainCommonConnection(), "common",
-                             {"select * from _iptblBeamSuperCustomerIDs where cUCID = :UCID and cEnvironment = :ENV",
-                              {{"UCID", DefEncrypt(UCID)}, {"ENV", EncipheredEnvironment()}}});
+  const TDBStatement Key{"select * from _iptblBeamSuperCustomerIDs where cUCID = :UCID and cEnvironment = :ENV",
+                         {{"UCID", DefEncrypt(UCID)}, {"ENV", EncipheredEnvironment()}}};
+  const auto Row = OpenQuery(Host().ADOMainCommonConnection(), "common", Key);
   if (Row->Eof()) return FBeamSuperStatus = bssEnabled;
   if (Row->FieldAsString("cClientID").empty()) return FBeamSuperStatus;
 

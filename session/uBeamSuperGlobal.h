@@ -31,33 +31,43 @@ class OXSUPERAPI_EXPORT TBeamSuperGlobal : public std::enable_shared_from_this<T
   /// Development outside the service's country; elsewhere by the rule of domain, computer name and forced setting,
   /// decided once.
   TBeamSuperEnvironment GetBeamSuperEnvironment();
+  /// By the host's country alone, decided once: bseYes or bseNo. @{
   TBeamSuperEnabled GetBeamSuperEnabled();
   bool GetIsBeamSuperEnabled() { return GetBeamSuperEnabled() == bseYes; }
-  /// Decided afresh on each call from the settings and the common database, whose errors pass on. Changes nothing.
+  /// @}
+
+  /// Decided afresh on each call from the settings and the common database, whose errors pass on. Changes no
+  /// setting and no row. A row without a client id leaves the status of the last call.
   TBeamSuperStatus GetBeamSuperStatus();
+  /// Activated, and the credentials not expired: `GetBeamSuperStatus` asked anew, whose errors pass on.
   bool GetIsBeamSuperActive();
 
+  /// The company's stored choice, read from the host at each call.
   bool GetOptedIn();
-  /// Stores the choice and drops the application and the customer token.
+  /// Stores the choice and drops the application and the customer token; the status is unknown until it is decided
+  /// anew.
   void SetOptedIn(bool pValue);
 
   /// The customer's identifier; made and stored, enciphered, when the company has none. "" outside the country.
   std::string GetCustomerUCID();
+  /// Always true: kept for hosts that ask.
   bool GetStoreCredentialsInDB() const { return true; }
 
   /// The token of a channel: the cached one while it is good, else a fetched one. After a failed fetch an empty token
   /// that is stale from birth, so that the next request tries again; the reason stands in the last-call texts. Null
   /// only when the host dropped the token while it was being fetched. Owned by the library; ask again for each use.
-  /// Raises when the token call, or loading the credentials, does.
+  /// Raises when the token call, or loading the credentials, does. @{
   TBeamToken* GetAppToken();
   TBeamToken* GetAdminToken();
   TBeamToken* GetCustomerToken();
+  /// @}
 
-  /// Texts of the last token call. For the application and the customer channel the message stands in
-  /// `LastAPICallStatus` and the status in `LastAPICallMessage`: kept, hosts show them so.
+  /// Texts of the last token call. `LastAPICallStatus` holds the message; `LastAPICallMessage` holds the status, or on
+  /// the administrator channel "GetAdminToken " and the message: kept, hosts show them so. @{
   const std::string& LastAPICallMessage() const { return FLastAPICallMessage; }
   const std::string& LastAPICallStatus() const { return FLastAPICallStatus; }
   const std::string& LastAPICallError() const { return FLastAPICallError; }
+  /// @}
 
   /// Obtains the customer's first client credentials and stores them. True also when the health check shows that the
   /// customer is active already. `pMessage` receives the outcome for people. `pSource` is reserved: both requests of an

@@ -16,6 +16,15 @@ std::string RegisteredNumber(const TADOQuery& Row, std::string_view Column) {
   return Accepted ? std::to_string(Number) : std::string();
 }
 
+// The service hands a pair out once: a clock that fails must not keep it from being saved.
+TDateTime NowOr(TDateTime Fallback) noexcept {
+  try {
+    return Now();
+  } catch (...) {
+    return Fallback;
+  }
+}
+
 }  // namespace
 
 std::string TBeamSuperGlobal::FindCustomerNumber() {
@@ -32,7 +41,7 @@ std::string TBeamSuperGlobal::FindCustomerNumber() {
 
   const std::string LoginDatabase = Identity.LoginDatabaseName();
   const std::string_view FromLogin = Characters(LoginDatabase, 2, 5);
-  if (IntegerOrZero(FromLogin) > 0) return std::string(FromLogin);  // as characters: "00012" stays so
+  if (IntegerOrZero(Trim(FromLogin)) > 0) return std::string(FromLogin);  // as characters: "00012" stays so
   const std::string CommonDatabase = Identity.CommonDatabaseName();
   return std::string(FirstCharacters(Trim(CommonDatabase), 5));
 }
@@ -68,13 +77,15 @@ bool TBeamSuperGlobal::ActivateCustomer(std::string, std::string& pMessage) {
     return true;
   }
 
+  const TDateTime Asked = Now();
   std::string ClientID, ClientSecret;
   const bool Activated = PostActivateCustomer(false, UUID, CustomerNumber, CompanyName, PIN, Source, Message, Error,
                                               Status, ClientID, ClientSecret);
   // A success without a complete pair must not overwrite anything.
   if (!Activated || ClientID.empty() || ClientSecret.empty()) return Refuse(Message + " " + Error + " " + Status);
 
-  // The service hands a pair out once: a failing host log must not keep it from being saved.
+  Credentials->ClientID = ClientID;
+  Credentials->ClientSecret = ClientSecret;
   TryAddToLog("Activated Customer in Super Clearing", TLogSeverity::Information);
   pMessage = "Customer Activated";
   if (Credentials->UCID.empty()) Credentials->UCID = GetCustomerUCID();
@@ -82,9 +93,7 @@ bool TBeamSuperGlobal::ActivateCustomer(std::string, std::string& pMessage) {
   Credentials->CustomerNumber = CustomerNumber;
   Credentials->PIN = PIN;
   Credentials->CompanyName = CompanyName;
-  Credentials->ClientID = ClientID;
-  Credentials->ClientSecret = ClientSecret;
-  Credentials->DateLastIssued = Now();
+  Credentials->DateLastIssued = NowOr(Asked);
   Credentials->Save();
   return true;
 }
@@ -102,17 +111,18 @@ bool TBeamSuperGlobal::ReissueCredentials(std::string pSource, std::string& pMes
   if (Credentials->GetIsExpired())
     return Refuse("The Customer credentials have already expired. The Customer must be re-registered");
 
+  const TDateTime Asked = Now();
   std::string Message, Error, Status, ClientID, ClientSecret;
   const bool Reissued =
       PostActivateCustomer(true, Credentials->UUID, Credentials->CustomerNumber, Credentials->CompanyName,
                            Credentials->PIN, std::move(pSource), Message, Error, Status, ClientID, ClientSecret);
   if (!Reissued || ClientID.empty() || ClientSecret.empty()) return Refuse(Message);
 
-  TryAddToLog("Super Clearing credentials have been reissued", TLogSeverity::Information);
-  pMessage = "Credentials Reissued";
   Credentials->ClientID = ClientID;
   Credentials->ClientSecret = ClientSecret;
-  Credentials->DateLastIssued = Now();
+  TryAddToLog("Super Clearing credentials have been reissued", TLogSeverity::Information);
+  pMessage = "Credentials Reissued";
+  Credentials->DateLastIssued = NowOr(Asked);
   Credentials->Save();
   return true;
 }

@@ -1,6 +1,7 @@
 #include "oxSuperAPI/calls/uBeamSuperCalls.h"
 #include "oxSuperAPI/foundation/uBeamDates.h"
 #include "oxSuperAPI/foundation/uBeamNumbers.h"
+#include "oxSuperAPI/foundation/uBeamText.h"
 #include "oxSuperAPI/host/uHost.h"
 #include "oxSuperAPI/session/uBeamSuperGlobal.h"
 
@@ -31,9 +32,7 @@ constexpr TBeamTable<TBeamSuperEnvironment, 4> AdministratorClientIDs{{"", "3f1a
 
 // The plain secret lives in the caller's local for the length of the token call, nowhere else.
 std::string PlainSecret(std::string_view SecretName, TBeamSuperEnvironment Environment) {
-  const std::string Scrambled =
-      Host().Identity().ScrambledClientSecret(SecretName, TBeamSuperEnvironmentString[Environment]);
-  return Scrambled.empty() ? std::string() : DecodeDecrypt(Scrambled);
+  return DecodeDecrypt(Host().Identity().ScrambledClientSecret(SecretName, TBeamSuperEnvironmentString[Environment]));
 }
 
 }  // namespace
@@ -58,7 +57,7 @@ TBeamToken* TBeamSuperGlobal::GetCustomerToken() {
   const TBeamSuperCredentials& Credentials = BeamSuperCredentials();
   const std::string ClientID = Credentials.ClientID;
   const std::string ClientSecret = Credentials.ClientSecret;
-  PutStaleToken(Slot, bstcCustomer);
+  if (!PutStaleToken(Slot, bstcCustomer)) return nullptr;
   return FetchToken(Slot, ClientID, ClientSecret, "GetCustomerToken", false);
 }
 
@@ -102,16 +101,17 @@ TBeamToken* TBeamSuperGlobal::FetchToken(TTokenSlot Slot, const std::string& Cli
   TBeamToken Answer;  // of no channel, so that its end empties no slot
   std::string Message, Error, Status;
   const bool Obtained = GetBeamToken(ClientID, ClientSecret, Source, &Answer, Message, Error, Status);
-  const TDateTime Moment = Now();
+  const TDateTime Expiry = Obtained ? IncSeconds(Now(), IntegerOrZero(Trim(Answer.ExpiresIn))) : 0;
   TBeamSuperGlobal* Global = FBeamSuperGlobal;
   if (!Global) return nullptr;
 
   TBeamToken* Token = (Global->*Slot).get();
-  if (Token) {
+  if (Token && Obtained) {  // a failure leaves what is there: the host may have fetched a good one meanwhile
     Token->CopyTexts(Answer);
-    if (Obtained) Token->ExpiryDate = IncSeconds(Moment, IntegerOrZero(Answer.ExpiresIn));
+    Token->ExpiryDate = Expiry;
   }
-  // Message and status change places but on the administrator channel: kept, hosts show these texts so.
+  // The message goes where the status belongs, and but on the administrator channel the other way round: kept, hosts
+  // show these texts so.
   Global->FLastAPICallStatus = Message;
   Global->FLastAPICallError = Error;
   Global->FLastAPICallMessage = AdminTexts ? "GetAdminToken " + Message : Status;

@@ -12,7 +12,8 @@ TBeamToken::~TBeamToken() {
 }
 
 bool TBeamToken::IsExpired(int pBufferSeconds) const {
-  return CompareDateTime(IncSeconds(Now(), -pBufferSeconds), ExpiryDate) >= 0;
+  const TDateTime Expiry = ExpiryDate;  // read first: the host may drop this token while its clock is asked
+  return CompareDateTime(IncSeconds(Now(), -pBufferSeconds), Expiry) >= 0;
 }
 
 void TBeamToken::CopyTexts(const TBeamToken& Answer) {

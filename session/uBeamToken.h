@@ -23,6 +23,7 @@ class OXSUPERAPI_EXPORT TBeamToken {
   /// renew it early.
   bool IsExpired(int pBufferSeconds) const;
 
+  /// Environment and channel say for what it was issued. @{
   TBeamSuperEnvironment Environment = bsenvUnknown;
   TBeamSuperTokenChannel TokenChannel = bstcNone;
   std::string TokenType;
@@ -33,6 +34,7 @@ class OXSUPERAPI_EXPORT TBeamToken {
   TDateTime ExpiryDate = 0;  ///< local time from which the token counts as stale
   std::string Resource;
   std::string TokenString;  ///< the bearer token itself: never for a log or a screen
+  /// @}
 
   /// Takes the service's texts over from `Answer`; environment, channel and expiry date stay.
   void CopyTexts(const TBeamToken& Answer);

@@ -11,11 +11,13 @@ namespace oxSuperAPI {
 /// "enc(abc)". A text of another form is refused. A scrambled secret has the form "scr(secret)".
 class TFakeCipher : public THostCipher {
  public:
+  /// Armed by a test; an armed operation raises instead of working.
   TFaults Faults{"DefEncrypt", "DefDecrypt", "DecodeDecrypt"};
 
-  /// What the operations below give, without their faults: for filling tables and comparing.
+  /// What the operations below give, without their faults: for filling tables and comparing. @{
   static std::string Encipher(const std::string& Text);
   static std::string Scramble(const std::string& Secret);
+  /// @}
 
   std::string DefEncrypt(const std::string& Text) override;
   std::string DefDecrypt(const std::string& Text) override;

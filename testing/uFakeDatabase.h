@@ -19,18 +19,23 @@ class TFakeDatabase {
  public:
   /// The reference holds until the table is dropped.
   TFakeTable& AddTable(std::string Name, std::vector<TFakeColumn> Columns, std::vector<std::string> UniqueKey = {});
+  /// Later statements that name it are refused.
   void DropTable(std::string_view Name);
   /// `Name` with or without "dbo."; raises TBeamError "Invalid object name ..." when there is none.
   TFakeTable& Table(std::string_view Name);
 
   /// What a select found. There is no next row to go to, so the first one is enough.
   struct TSelection {
+    /// The table stays the database's; the row is a copy. @{
     TFakeTable* pTable = nullptr;
     std::vector<std::size_t> Columns;  ///< positions of the selected columns
     std::optional<TFakeRow> FirstRow;
+    /// @}
   };
+  /// Run one statement; raise as said above. @{
   TSelection Select(const TDBStatement& Statement);
   void Execute(const TDBStatement& Statement);
+  /// @}
 
  private:
   std::list<TFakeTable> FTables;

@@ -14,6 +14,7 @@ namespace oxSuperAPI {
 
 /// What the imagined person does with one form.
 struct TFakeEditorAnswer {
+  /// What `ShowModal` returns.
   int Result = mrOk;
   std::optional<std::string> Text = {};        ///< new content, as one line; without it the lines stay as shown
   std::optional<std::string> StatusText = {};  ///< new status; without it the status stays as shown
@@ -23,10 +24,12 @@ struct TFakeEditorAnswer {
 
 /// A form as it was shown.
 struct TFakeEditorShown {
+  /// As set before it opened; the status is empty on a request form. @{
   TEditorKind Kind = TEditorKind::Request;
   std::string Caption;
   TStringList Lines;
   std::optional<std::string> StatusText;
+  /// @}
 };
 
 /// Editor forms that show themselves to a script. A form without a scripted answer is cancelled. A form used against
@@ -40,9 +43,10 @@ class TFakeEditor {
   bool Available = true;
   /// Every form that was shown, in order.
   std::vector<TFakeEditorShown> Shown;
-  /// What the next forms of each kind get.
+  /// What the next forms of each kind get. @{
   std::deque<TFakeEditorAnswer> RequestAnswers;
   std::deque<TFakeEditorAnswer> ResponseAnswers;
+  /// @}
 
   /// Forms that are still alive.
   int OpenForms() const { return FOpenForms; }

@@ -18,13 +18,15 @@
 
 namespace oxSuperAPI {
 
-/// The names of the tables that the library reads and writes.
+/// The names of the tables that the library reads and writes. @{
 inline constexpr char CredentialTableName[] = "_iptblBeamSuperCustomerIDs";
 inline constexpr char LogTableName[] = "_iptblBeamSuperLog";
 inline constexpr char EntitiesTableName[] = "Entities";
+/// @}
 
 /// A row of the credential table, in plain text.
 struct TFakeCredentials {
+  /// Invented defaults of an activated customer. @{
   std::string UCID = "{ABCDEF00-0000-4000-8000-00000000CAFE}";
   std::string Environment = "Dev";  ///< "Dev", "QA" or "Prod"
   std::string UUID = "KEY-15001";
@@ -35,9 +37,12 @@ struct TFakeCredentials {
   std::string CompanyName = "Example Pty Ltd";
   std::string AcknowledgementToken = "acknowledged";
   TDateTime DateLastIssued = 45346.5;  ///< ten days before the fake clock's start
+  /// @}
 };
 
+/// Where a row of credentials is kept.
 enum class TFakeSide { Common, Payroll, Both };
+/// Whether a fake host makes itself the host of the process.
 enum class TFakeRegistration { Register, Leave };
 
 /// A complete host in memory, for the tests of a host's authors and for our own: nothing leaves the process, nothing
@@ -54,6 +59,7 @@ class TFakeHost : public THost {
   TFakeHost(const TFakeHost&) = delete;
   TFakeHost& operator=(const TFakeHost&) = delete;
 
+  /// The facilities, to be scripted and read by a test. `Has...Connection` false: the host gives null for it. @{
   TFakeHTTP FakeHTTP;
   TFakeJSONParser FakeJSON;
   TFakeSettings FakeSettings;
@@ -68,6 +74,8 @@ class TFakeHost : public THost {
   TFakeConnection PayrollConnection{PayrollDatabase};
   bool HasCommonConnection = true;
   bool HasPayrollConnection = true;
+  /// @}
+
   /// Faults of the host's own operations: a facility that cannot even be reached.
   TFaults Faults{
       "HTTPHelper",       "JSONParser", "Settings", "Cipher", "Log", "Identity", "System", "ADOMainCommonConnection",
@@ -80,9 +88,11 @@ class TFakeHost : public THost {
   /// An activated customer with everything in its place: SetCustomerUCID and AddCredentials.
   void AddActivatedCustomer(const TFakeCredentials& Credentials = {});
 
-  TFakeTable& CredentialTable(TFakeSide Side);  ///< raises for `Both`
+  /// Tables of the databases above; EntitiesTable and LogTable are in the payroll database. `Both` raises. @{
+  TFakeTable& CredentialTable(TFakeSide Side);
   TFakeTable& LogTable() { return PayrollDatabase.Table(LogTableName); }
   TFakeTable& EntitiesTable() { return PayrollDatabase.Table(EntitiesTableName); }
+  /// @}
 
   THTTPHelper& HTTPHelper() override;
   TJSONParser& JSONParser() override;

@@ -17,15 +17,18 @@ namespace oxSuperAPI {
 /// A request as it reached the fake client.
 struct TFakeRequest {
   std::string Method;  ///< "Get", "Post" or "Put"
+  /// As the client was given it.
   std::string URL;
   std::vector<std::string> Headers;  ///< one "name: value" an entry, in order
   std::string Body;                  ///< the body lines with CR LF between them; "" for Get
 
+  /// Whether an entry is exactly this line.
   bool HasHeader(std::string_view Line) const;
 };
 
 /// What the fake client does with one request, in the order of the fields.
 struct TFakeAnswer {
+  /// The HTTP status.
   std::int32_t Status = 200;
   std::string Body = {};                                      ///< becomes the only line of the response; "" gives none
   std::vector<std::string> LogDetails = {};                   ///< diagnostic lines to add
@@ -38,17 +41,22 @@ struct TFakeAnswer {
 /// naming method and URL.
 class TFakeHTTP : public THTTPHelper {
  public:
+  /// Armed by a test; an armed operation raises instead of working.
   TFaults Faults{"httpNetGet", "httpNetPost", "httpNetPut"};
   /// Every request in the order of arrival, those that ended in a fault included.
   std::vector<TFakeRequest> Requests;
+  /// For requests that nothing else answers; none at first.
   std::optional<TFakeAnswer> DefaultAnswer;
 
-  /// Queues an answer for the next request that no address rule takes.
+  /// Queues an answer for the next request that no address rule takes. @{
   void Answer(TFakeAnswer Next);
   void Answer(std::int32_t Status, std::string Body = {});
-  /// Answers every request whose URL contains `Part`. The rule that was added last wins.
+  /// @}
+
+  /// Answers every request whose URL contains `Part`. The rule that was added last wins. @{
   void AnswerURL(std::string Part, TFakeAnswer Always);
   void AnswerURL(std::string Part, std::int32_t Status, std::string Body);
+  /// @}
 
   /// Answers still in the queue.
   std::size_t Unused() const { return FQueue.size(); }

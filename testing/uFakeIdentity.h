@@ -16,6 +16,7 @@ namespace oxSuperAPI {
 /// and no editors.
 class TFakeIdentity : public THostIdentity {
  public:
+  /// Armed by a test; an armed operation raises instead of working.
   TFaults Faults{"CountryCode",
                  "GetDomainName",
                  "ComputerName",
@@ -29,6 +30,7 @@ class TFakeIdentity : public THostIdentity {
                  "CustomerPIN",
                  "RegisteredCompanyName",
                  "ScrambledClientSecret"};
+  /// What the operations below give; read at each call. @{
   std::uint8_t Country = 5;
   std::string Domain = "UKTEST";
   std::string Computer = "PAYROLL01";
@@ -41,10 +43,13 @@ class TFakeIdentity : public THostIdentity {
   std::string Key = "KEY";
   std::string PIN = "2468";
   std::string Company = "Example Pty Ltd";
+  /// @}
+
   /// By {channel, environment}. The six that exist are filled in; the plain text of {"application", "Dev"} is
   /// "secret-application-Dev", and so on.
   std::map<std::pair<std::string, std::string>, std::string> ScrambledSecrets;
 
+  /// With the six scrambled secrets in place.
   TFakeIdentity();
 
   std::uint8_t CountryCode() override;

@@ -12,6 +12,7 @@ namespace oxSuperAPI {
 /// UTF-8 throughout is refused; a byte order mark in front is skipped.
 class TFakeJSONParser : public TJSONParser {
  public:
+  /// Armed by a test; an armed operation raises instead of working.
   TFaults Faults{"Parse"};
 
   std::unique_ptr<TJSONValue> Parse(std::string_view Text) override;

@@ -16,13 +16,17 @@ class TFakeSystem : public THostSystem {
   TDateTime Time = 45356.5;  ///< local; 2024-03-05 12:00
   int ZoneMinutes = 600;     ///< local time is this far ahead of UTC
   bool GUIDsWork = true;     ///< false: the machine has no source of randomness
+  /// GUIDs made so far; the next one ends with this number plus one.
   std::uint32_t GUIDCount = 0;
+  /// The only process that this machine knows.
   std::uint32_t ProcessId = 4711;
   std::uint32_t SessionId = 1;    ///< 0 is a service
   bool SessionQueryWorks = true;  ///< false: the query fails and gives no session
 
+  /// Moves the clock, back too when negative. @{
   void Advance(double Days) { Time += Days; }
   void AdvanceSeconds(double Seconds);
+  /// @}
 
   TDateTime Now() const override;
   TDateTime LocalToUTC(TDateTime Local) const override;

@@ -11,11 +11,16 @@
 
 namespace oxSuperAPI {
 
+/// What a column stores. An identity column counts by itself and cannot be written.
 enum class TFakeColumnKind : std::uint8_t { Text, Integer, DateTime, Identity };
 
+/// A column of a table.
 struct TFakeColumn {
+  /// Compared without regard to letter case; a value of another kind is converted or refused. @{
   std::string Name;
   TFakeColumnKind Kind = TFakeColumnKind::Text;
+  /// @}
+
   /// Widest text in characters (UTF-16 units); 0 is unlimited. A wider text is refused, never cut. Nothing is padded:
   /// to simulate a column of fixed width, store padded text.
   std::size_t Width = 0;
@@ -27,12 +32,17 @@ using TFakeRow = std::vector<TDBValue>;
 /// A table in memory. A test may look at and change `Rows` directly. Names are compared without regard to letter case.
 class TFakeTable {
  public:
+  /// Without rows. `Key` becomes the unique key.
   TFakeTable(std::string TableName, std::vector<TFakeColumn> TableColumns, std::vector<std::string> Key = {});
 
+  /// As given to the constructor. @{
   std::string Name;
   std::vector<TFakeColumn> Columns;
+  /// @}
+
   /// Columns that together must differ between any two rows; none when empty.
   std::vector<std::string> UniqueKey;
+  /// In the order in which they were added.
   std::vector<TFakeRow> Rows;
   /// What an identity column of the next row gets.
   std::int32_t NextIdentity = 1;

@@ -18,6 +18,7 @@ class TFault {
   /// The integer itself is thrown: something that `catch (const std::exception&)` lets pass.
   static TFault NonStandard(int Value = 42);
 
+  /// For facilities of a test's own; those here raise through `TFaults::Check`.
   [[noreturn]] void Raise() const;
 
  private:
@@ -40,6 +41,7 @@ class TFaults {
   void FailOn(std::string_view Operation, TFault Fault);
   /// The same for one call only, after `Skip` calls that work.
   void FailOnce(std::string_view Operation, TFault Fault, std::size_t Skip = 0);
+  /// Disarms all.
   void Clear() { FArmed.clear(); }
 
   /// For the facility: raises if the operation is to fail now.

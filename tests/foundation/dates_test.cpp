@@ -37,23 +37,15 @@ TEST(Dates, TheTimeOfDayIsDroppedTowardZero) {
 }
 
 TEST(Dates, MonthsClampToTheirLastDayAndKeepTheTime) {
-  const struct {
-    TDateTime From;
-    int Months;
-    TDateTime Expected;
-  } Cases[] = {
-      {EncodeDate(2024, 8, 31), -6, EncodeDate(2024, 2, 29)},
-      {EncodeDate(2023, 8, 31), -6, EncodeDate(2023, 2, 28)},
-      {EncodeDate(2024, 2, 29), 12, EncodeDate(2025, 2, 28)},
-      {EncodeDate(2024, 1, 31), 1, EncodeDate(2024, 2, 29)},
-      {EncodeDate(2023, 12, 15), 1, EncodeDate(2024, 1, 15)},
-      {EncodeDate(2024, 1, 15), -13, EncodeDate(2022, 12, 15)},
-      {EncodeDate(2024, 5, 31) + 0.75, -3, EncodeDate(2024, 2, 29) + 0.75},
-      {-1.25, 0, -1.25},
-      {-1.25, 1, 30.25},
-  };
-  for (const auto& Case : Cases)
-    EXPECT_TRUE(CompareDateTime(IncMonth(Case.From, Case.Months), Case.Expected) == 0) << FormatDate(Case.From);
+  // clang-format off
+  const std::tuple<TDateTime, int, TDateTime> Cases[] = {
+      {EncodeDate(2024, 8, 31), -6, EncodeDate(2024, 2, 29)}, {EncodeDate(2023, 8, 31), -6, EncodeDate(2023, 2, 28)},
+      {EncodeDate(2024, 2, 29), 12, EncodeDate(2025, 2, 28)}, {EncodeDate(2024, 1, 31), 1, EncodeDate(2024, 2, 29)},
+      {EncodeDate(2023, 12, 15), 1, EncodeDate(2024, 1, 15)}, {EncodeDate(2024, 1, 15), -13, EncodeDate(2022, 12, 15)},
+      {EncodeDate(2024, 5, 31) + 0.75, -3, EncodeDate(2024, 2, 29) + 0.75}, {-1.25, 0, -1.25}, {-1.25, 1, 30.25}};
+  // clang-format on
+  for (const auto& [From, Months, Expected] : Cases)
+    EXPECT_TRUE(CompareDateTime(IncMonth(From, Months), Expected) == 0) << FormatDate(From);
   EXPECT_EQ(IncYear(EncodeDate(2024, 2, 29), -1), EncodeDate(2023, 2, 28));
   EXPECT_THROW(IncYear(0, 9000), TBeamConversionError);
 }

@@ -9,13 +9,10 @@ namespace {
 
 constexpr std::string_view Smile = "\xF0\x9F\x98\x80";  // two UTF-16 units
 
-TEST(Text, TrimsCodePointsUpToTheBlankAtBothEnds) {
+TEST(Text, TrimsCodePointsUpToTheBlankAndChangesTheCaseOfAsciiOnly) {
   EXPECT_EQ(Trim(std::string_view("\0\x01\t\r\n a b \x1f ", 12)), "a b");
   EXPECT_EQ(Trim(" \t"), "");
   EXPECT_EQ(Trim("\xC2\xA0x"), "\xC2\xA0x") << "a no-break space is none";
-}
-
-TEST(Text, CaseIsAsciiOnly) {
   EXPECT_EQ(UpperCase("az\xC3\xA4@[`{"), "AZ\xC3\xA4@[`{");
   EXPECT_EQ(LowerCase("AZ\xC3\x84@[`{"), "az\xC3\x84@[`{");
   EXPECT_TRUE(SameText("TrUe", "true"));
@@ -26,26 +23,14 @@ TEST(Text, CaseIsAsciiOnly) {
 TEST(Text, CharactersAreUtf16UnitsAndAPairIsNeverSplit) {
   const std::string Text = "a\xC3\xA4" + std::string(Smile) + "\xE2\x80\x93z";  // 1 + 1 + 2 + 1 + 1
   EXPECT_EQ(CharacterCount(Text), 6u);
-  const struct {
-    std::size_t First, Count;
-    std::string Expected;
-  } Cases[] = {
-      {1, 0, ""},
-      {1, 2, "a\xC3\xA4"},
-      {1, 3, "a\xC3\xA4"},
-      {1, 4, "a\xC3\xA4" + std::string(Smile)},
-      {3, 2, std::string(Smile)},
-      {3, 1, ""},
-      {4, 1, ""},
-      {4, 2, "\xE2\x80\x93"},
-      {5, 1, "\xE2\x80\x93"},
-      {6, 99, "z"},
-      {7, 1, ""},
-      {99, 1, ""},
-      {2, std::string::npos, Text.substr(1)},
-  };
-  for (const auto& Case : Cases)
-    EXPECT_EQ(Characters(Text, Case.First, Case.Count), Case.Expected) << Case.First << ", " << Case.Count;
+  // clang-format off
+  const std::tuple<std::size_t, std::size_t, std::string> Cases[] = {
+      {1, 0, ""}, {1, 2, "a\xC3\xA4"}, {1, 3, "a\xC3\xA4"}, {1, 4, "a\xC3\xA4" + std::string(Smile)},
+      {3, 2, std::string(Smile)}, {3, 1, ""}, {4, 1, ""}, {4, 2, "\xE2\x80\x93"}, {5, 1, "\xE2\x80\x93"},
+      {6, 99, "z"}, {7, 1, ""}, {99, 1, ""}, {2, std::string::npos, Text.substr(1)}};
+  // clang-format on
+  for (const auto& [First, Count, Expected] : Cases)
+    EXPECT_EQ(Characters(Text, First, Count), Expected) << First << ", " << Count;
   EXPECT_EQ(FirstCharacters("", 3), "");
 }
 
@@ -80,14 +65,10 @@ TEST(Enumerations, AddressesAreHttpsWithoutASlashAtTheEndAndTheUndecidedOneIsAPr
   EXPECT_EQ(BaseBeamURL[bsenvUnknown], "select an environment");
   EXPECT_EQ(BaseBeamSignUpUrl[bsenvUnknown], "select an environment");
   for (const TBeamSuperEnvironment Environment : {bsenvIntgDev, bsenvAcptQa, bsenvProdLive}) {
-    EXPECT_TRUE(BaseBeamURL[Environment].starts_with("https://"));
-    EXPECT_FALSE(BaseBeamURL[Environment].ends_with('/'));
-    EXPECT_TRUE(BaseBeamSignUpUrl[Environment].starts_with("https://"));
-    EXPECT_TRUE(BaseBeamSignUpUrl[Environment].ends_with("/#access_token="));
+    const std::string_view Base = BaseBeamURL[Environment], SignUp = BaseBeamSignUpUrl[Environment];
+    EXPECT_TRUE(Base.starts_with("https://") && !Base.ends_with('/')) << Base;
+    EXPECT_TRUE(SignUp.starts_with("https://") && SignUp.ends_with("/#access_token=")) << SignUp;
   }
-}
-
-TEST(Enumerations, AnOrdinalThatIsNoMemberIsRefused) {
   EXPECT_THROW(BaseBeamURL[static_cast<TBeamSuperEnvironment>(4)], TBeamRangeError);
   EXPECT_THROW(TBeamMethodString[static_cast<TBeamCallMethod>(255)], TBeamRangeError);
 }

@@ -1,23 +1,14 @@
-#include <gtest/gtest.h>
-
-#include "../support/documents.h"
+#include "loss.h"
 #include "maximal_documents.h"
 #include "oxSuperAPI/model/uBeamSuperObjects.h"
 
 namespace oxSuperAPI {
 namespace {
 
-template <class Record>
-void Load(Record& Loaded, std::string_view Text) {
-  Loaded.LoadFromJsonObject(*Document(Text).AsObject());
-}
-
-std::string Written(const auto& Record) {
-  return PrintJSON(*Record.GetAsJsonObject(), TJSONLayout::Compact);
-}
-
 TEST(ContributionBatch, EmptyRecordsWriteOnlyWhatIsAlwaysSent) {
-  EXPECT_EQ(TBeamContributionDetail().GetAsJsonString(), "{}");
+  TBeamContributionDetail Batch;
+  Batch.BeamSuperLogID = 12;
+  EXPECT_EQ(Written(Batch), "{}");
   EXPECT_EQ(TBeamContributionEmployer().GetAsJsonString(), "{}");
   EXPECT_EQ(Written(TBeamContributionFund()), R"({"fundIdentifier":{},"isDefaultFund":false})");
 }
@@ -29,33 +20,22 @@ TEST(ContributionBatch, EmptyChildrenAreElementsAllTheSame) {
   TBeamContributionDetail Batch;
   Batch.AddContributionEmployer(std::make_shared<TBeamContributionEmployer>());
   EXPECT_EQ(Written(Batch), R"({"contributionDetail":{"employers":[{}]}})");
-  EXPECT_EQ(Batch.GetAsJsonString(), PrintJSON(*Batch.GetAsJsonObject(), TJSONLayout::Pretty));
 }
 
-TEST(ContributionBatch, NullChildrenAreIgnoredAndIndexesOutOfRangeGiveNull) {
+TEST(ContributionBatch, NullChildrenAreIgnoredIndexesOutOfRangeGiveNullAndAChildOutlivesItsParent) {
   TBeamContributionDetail Batch;
-  Batch.AddContributionEmployer(nullptr);
-  EXPECT_EQ(Batch.GetContributionEmployerCount(), 0u);
-  auto Employer = std::make_shared<TBeamContributionEmployer>();
-  Batch.AddContributionEmployer(Employer);
-  EXPECT_EQ(Batch.GetContributionEmployer(0), Employer);
-  for (std::ptrdiff_t Index : {std::ptrdiff_t{-1}, std::ptrdiff_t{1}, PTRDIFF_MIN, PTRDIFF_MAX})
-    EXPECT_EQ(Batch.GetContributionEmployer(Index), nullptr) << Index;
-  TBeamContributionEmployer Parent;
-  Parent.AddContributionFund(nullptr);
-  EXPECT_EQ(Parent.GetContributionFund(0), nullptr);
+  TBeamContributionEmployer Employer;
   TBeamContributionFund Fund;
+  Batch.AddContributionEmployer(nullptr);
+  Employer.AddContributionFund(nullptr);
   Fund.AddMemberContribution(nullptr);
-  EXPECT_EQ(Fund.GetMemberContribution(-1), nullptr);
-}
-
-TEST(ContributionBatch, AChildOutlivesItsParent) {
-  std::shared_ptr<TBeamMemberContribution> Member;
-  {
-    TBeamContributionDetail Batch;
-    Load(Batch, BatchAsRead);
-    Member = Batch.GetContributionEmployer(0)->GetContributionFund(0)->GetMemberContribution(0);
-  }
+  for (std::ptrdiff_t Index : {std::ptrdiff_t{-1}, std::ptrdiff_t{0}, PTRDIFF_MIN, PTRDIFF_MAX})
+    EXPECT_FALSE(Batch.GetContributionEmployer(Index) || Employer.GetContributionFund(Index) ||
+                 Fund.GetMemberContribution(Index));
+  const auto Member = Loaded<TBeamContributionDetail>(BatchAsRead)
+                          .GetContributionEmployer(0)
+                          ->GetContributionFund(0)
+                          ->GetMemberContribution(0);
   EXPECT_EQ(Member->superGuaranteeAmount, 1);
 }
 
@@ -83,14 +63,11 @@ TEST(ContributionBatch, NestedObjectsThatAreMissingLeaveTheirFieldsAndPresentOne
 }
 
 TEST(ContributionBatch, PhoneTablesOfFundsAreEmptiedFirstTheOthersAreNot) {
-  constexpr std::string_view Six = R"("phoneNumbers":[{"number":"1"},{"number":"2"},{"number":"3"},{"number":"4"},
-                                       {"number":"5"},{"number":"6"}]})";
-  constexpr std::string_view One = R"("phoneNumbers":[{"number":"9"}]})";
+  const std::string Six = Expanded(R"("phoneNumbers":[@{"number":"#"}@,{"number":"6"}]})");
   TBeamContributionDetail Batch;
   TBeamContributionEmployer Employer;
   TBeamContributionFund Fund;
-  for (const std::string_view Phones : {Six, One}) {
-    const std::string Text(Phones);
+  for (const std::string& Text : {Six, std::string(R"("phoneNumbers":[{"number":"9"}]})")}) {
     Load(Batch, R"({"contributionDetail":{"participantDetail":{)" + Text + "}}");
     Load(Employer, R"({"employerDetail":{)" + Text + "}");
     Load(Fund, R"({"smsfDetail":{)" + Text + "}");
@@ -102,14 +79,6 @@ TEST(ContributionBatch, PhoneTablesOfFundsAreEmptiedFirstTheOthersAreNot) {
     EXPECT_EQ(Employer.employerDetail.phoneNumbers[Index].number, Kept[Index]);
     EXPECT_EQ(Fund.smsfDetail.phoneNumbers[Index].number, Emptied[Index]);
   }
-}
-
-TEST(ContributionBatch, OnlyAJsonBooleanMakesADefaultFund) {
-  TBeamContributionFund Fund;
-  Load(Fund, R"({"isDefaultFund":true})");
-  EXPECT_TRUE(Fund.isDefaultFund);
-  Load(Fund, R"({"isDefaultFund":"true"})");
-  EXPECT_FALSE(Fund.isDefaultFund);
 }
 
 TEST(ContributionBatch, ARefusedMemberIsNotAddedAndTheChildrenBeforeItStay) {
@@ -126,12 +95,8 @@ TEST(ContributionBatch, ARefusedMemberIsNotAddedAndTheChildrenBeforeItStay) {
   EXPECT_THROW(Load(Employer, R"({"funds":[{},{"members":[{}]},{}]})"), TBeamConversionError);
   EXPECT_EQ(Employer.GetContributionFundCount(), 1u);
   EXPECT_THROW(Load(Employer, R"({"funds":["not an object"]})"), TBeamTypeError);
-}
-
-TEST(ContributionBatch, TheLogIdentifierIsNeverInTheText) {
-  TBeamContributionDetail Batch;
-  Batch.BeamSuperLogID = 12;
-  EXPECT_EQ(Batch.GetAsJsonString(), "{}");
+  EXPECT_TRUE(Loaded<TBeamContributionFund>(R"({"isDefaultFund":true})").isDefaultFund);
+  EXPECT_FALSE(Loaded<TBeamContributionFund>(R"({"isDefaultFund":"true"})").isDefaultFund);
 }
 
 }  // namespace

@@ -1,31 +1,21 @@
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <functional>
 
-#include "../support/documents.h"
+#include "loss.h"
 #include "maximal_documents.h"
 #include "oxSuperAPI/model/uBeamMemberContribution.h"
 
 namespace oxSuperAPI {
 namespace {
 
-void Load(TBeamMemberContribution& Member, std::string_view Text) {
-  Member.LoadFromJsonObject(*Document(Text).AsObject());
-}
-
-std::string Written(const TBeamMemberContribution& Member) {
-  return PrintJSON(*Member.GetAsJsonObject(), TJSONLayout::Compact);
-}
-
 // The message with which a document is refused, "" when it is read.
 std::string Refusal(TBeamMemberContribution& Member, std::string_view Text) {
   try {
     Load(Member, Text);
+    return "";
   } catch (const TBeamConversionError& Error) {
     return Error.what();
   }
-  return "";
 }
 
 // A member of nothing but the numbers that may not be missing, and further members.
@@ -34,11 +24,7 @@ std::string SmallestWith(std::string_view More) {
 }
 
 TEST(MemberContribution, OnlyWhatIsFilledIsWritten) {
-  struct {
-    const char* What;
-    std::function<void(TBeamMemberContribution&)> Fill;
-    const char* Json;
-  } const Cases[] = {
+  const std::tuple<const char*, std::function<void(TBeamMemberContribution&)>, const char*> Cases[] = {
       {"nothing", [](auto&) {}, "{}"},
       {"two fields", [](auto& Member) { Member.payrollNumber = "P1", Member.superGuaranteeAmount = 1234.5; },
        R"({"payrollNumber":"P1","superGuaranteeAmount":"1234.50"})"},
@@ -49,13 +35,6 @@ TEST(MemberContribution, OnlyWhatIsFilledIsWritten) {
        R"({"atWork":true,"insuranceOptOut":false})"},
       {"a rate of a value only", [](auto& Member) { Member.definedBenefits.definedBenefitEmployerRate.value = 9.5; },
        R"({"definedBenefits":{"definedBenefitEmployerRate.":{"value":"9.50"}}})"},
-      {"notional contributions",
-       [](auto& Member) {
-         Member.definedBenefits.definedBenefitNotionalEmployerContribution = 1;
-         Member.definedBenefits.definedBenefitNotionalMemberPostTaxContribution = 2;
-         Member.definedBenefits.definedBenefitNotionalMemberPreTaxContribution = 3;
-       },
-       "{}"},
       {"annual salaries: the first, and one without an end date",
        [](auto& Member) {
          Member.definedBenefits.definedBenefitsAnnualSalary[0] = {"2024-06-30", "2023-07-01", 1};
@@ -76,10 +55,7 @@ TEST(MemberContribution, OnlyWhatIsFilledIsWritten) {
        },
        "{}"},
       {"gaps in lists are closed",
-       [](auto& Member) {
-         Member.phoneNumbers[1].number = "1";
-         Member.phoneNumbers[4].number = "2";
-       },
+       [](auto& Member) { Member.phoneNumbers[1].number = "1", Member.phoneNumbers[4].number = "2"; },
        R"({"phoneNumbers":[{"number":"1"},{"number":"2"}]})"},
       {"an amount that is not zero but too small to be written",
        [](auto& Member) {
@@ -88,65 +64,42 @@ TEST(MemberContribution, OnlyWhatIsFilledIsWritten) {
        },
        R"({"otherContributionAmounts":[{"description":"d"}]})"},
   };
-  for (const auto& Case : Cases) {
+  for (const auto& [What, Fill, Json] : Cases) {
     TBeamMemberContribution Member;
-    Case.Fill(Member);
-    EXPECT_EQ(Written(Member), Case.Json) << Case.What;
+    Fill(Member);
+    EXPECT_EQ(Written(Member), Json) << What;
   }
-}
-
-TEST(MemberContribution, ANumberWithoutWireFormIsRefusedByTheWriter) {
   TBeamMemberContribution Member;
   Member.voluntaryAmount = std::nan("");
   EXPECT_THROW(Member.GetAsJsonString(), TBeamConversionError);
-  Member.voluntaryAmount = HUGE_VAL;
   EXPECT_THROW(Member.GetAsJsonObject(), TBeamConversionError);
 }
 
-TEST(MemberContribution, EachFieldIsReadFromItsOwnKey) {
-  TBeamMemberContribution Member;
-  Load(Member, MemberAsRead);
-  EXPECT_EQ(Member.address.suburb, "suburb");
+TEST(MemberContribution, EachFieldIsReadFromItsOwnKey) {  // those that the writer does not show
+  const auto Member = Loaded<TBeamMemberContribution>(MemberAsRead);
   EXPECT_EQ(Member.annualSalaryForBenefits, 1.01);
-  EXPECT_EQ(Member.atWork, "true");
-  EXPECT_EQ(Member.insuranceOptOut, "false");
-  EXPECT_EQ(Member.name.otherGivenName, "otherGivenName");
+  EXPECT_EQ(Member.atWork + Member.insuranceOptOut, "truefalse");
   EXPECT_EQ(Member.memberRegistrationOtherDetails[4].description, "5 description");
-  EXPECT_EQ(Member.otherContributionAmounts[1].amount, 28.28);
-  EXPECT_EQ(Member.weeklyHoursWorked, 38.38);
-  EXPECT_EQ(Member.definedBenefits.annualSalaryForInsuranceEffectiveDate, "annualSalaryForInsuranceEffectiveDate");
   EXPECT_EQ(Member.definedBenefits.definedBenefitNotionalEmployerContribution, 11.11);
+  EXPECT_EQ(Member.definedBenefits.definedBenefitNotionalMemberPostTaxContribution, 15.15);
+  EXPECT_EQ(Member.definedBenefits.definedBenefitNotionalMemberPreTaxContribution, 16.16);
   EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[0].startDate, "1 startDate");
-  EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[0].value, 17.17);
-  EXPECT_EQ(Member.definedBenefits.leaveWithoutPayCode.value, "leaveWithoutPayCode value");
+  EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[0].value, 17.11);
 }
 
 TEST(MemberContribution, EveryNumberButOneMustBeThere) {
-  for (const char* Name : {"annualSalaryForContributions",
-                           "annualSalaryForInsurance",
-                           "awardOrProductivityAmount",
-                           "childContributionsAmount",
-                           "otherThirdPartyContributionsAmount",
-                           "personalContributionsAmount",
-                           "salarySacrificedAmount",
-                           "spouseContributionsAmount",
-                           "superGuaranteeAmount",
-                           "voluntaryAmount",
-                           "weeklyHoursWorked",
-                           "actualHoursPaid",
-                           "actualPeriodicSalaryOrWagesEarned",
-                           "contractedHours",
-                           "definedBenefitEmployerContribution",
-                           "definedBenefitNotionalEmployerContribution",
-                           "definedBenefitMemberPostTaxContribution",
-                           "definedBenefitMemberPreTaxContribution",
-                           "definedBenefitNotionalMemberPostTaxContribution",
-                           "definedBenefitNotionalMemberPreTaxContribution",
-                           "fullTimeHours",
-                           "notionalSuperannuableAllowances",
-                           "ordinaryTimeEarnings",
-                           "superannuableAllowancesPaid",
-                           "amount"}) {
+  // clang-format off
+  for (const char* Name :
+       {"annualSalaryForContributions", "annualSalaryForInsurance", "awardOrProductivityAmount",
+        "childContributionsAmount", "otherThirdPartyContributionsAmount", "personalContributionsAmount",
+        "salarySacrificedAmount", "spouseContributionsAmount", "superGuaranteeAmount", "voluntaryAmount",
+        "weeklyHoursWorked", "actualHoursPaid", "actualPeriodicSalaryOrWagesEarned", "contractedHours",
+        "definedBenefitEmployerContribution", "definedBenefitNotionalEmployerContribution",
+        "definedBenefitMemberPostTaxContribution", "definedBenefitMemberPreTaxContribution",
+        "definedBenefitNotionalMemberPostTaxContribution", "definedBenefitNotionalMemberPreTaxContribution",
+        "fullTimeHours", "notionalSuperannuableAllowances", "ordinaryTimeEarnings", "superannuableAllowancesPaid",
+        "amount"}) {
+    // clang-format on
     TBeamMemberContribution Member;
     const std::string Key = '"' + std::string(Name) + "\":\"";
     EXPECT_EQ(Refusal(Member, ReplaceFirst(MemberAsRead, Key, "\"missing\":\"")),
@@ -200,27 +153,20 @@ TEST(MemberContribution, ListsAreEmptiedAndFilledUpToFiveButNotTheAnnualSalaries
   EXPECT_EQ(Member.phoneNumbers[4].number, "5");
   EXPECT_EQ(Member.phoneNumbers[0].areaCode, "");
 
-  std::string Salaries = R"("definedBenefitsAnnualSalary":[)";
-  for (const char* Value : {"91", "92"})
-    Salaries += R"({"sefinedBenefitsAnnualSalary":{"value":")" + std::string(Value) + R"("}},)";
-  Salaries.back() = ']';
-  const std::size_t Start = MemberAsRead.find(R"("definedBenefitsAnnualSalary":[)");
-  const std::size_t End = MemberAsRead.find("]", Start) + 1;
-  Load(Member, ReplaceFirst(MemberAsRead, MemberAsRead.substr(Start, End - Start), Salaries));
+  const std::size_t Start = MemberAsRead.find(R"([{"definedBenefitsAnnualSalary":)"),
+                    End = MemberAsRead.find("]", Start);
+  const std::string Two =
+      R"([{"sefinedBenefitsAnnualSalary":{"value":"91"}},{"sefinedBenefitsAnnualSalary":{"value":"92"}})";
+  Load(Member, ReplaceFirst(MemberAsRead, MemberAsRead.substr(Start, End - Start), Two));
   EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[1].value, 92);
   EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[1].endDate, "");
   EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[2].endDate, "3 endDate") << "not emptied first";
 }
 
-TEST(MemberContribution, AListElementThatIsNoObjectIsRefused) {
-  TBeamMemberContribution Member;
-  EXPECT_THROW(Load(Member, SmallestWith(R"("phoneNumbers":["02"])")), TBeamTypeError);
-}
-
 TEST(MemberContribution, WrittenDefinedBenefitsCannotBeReadBack) {
   TBeamMemberContribution Member;
-  EXPECT_EQ(Refusal(Member, MemberAsWritten), "value value >< is not a floating point number")
-      << "the employer rate, written with a full stop";
+  EXPECT_EQ(Refusal(Member, MemberAsWritten), "value value >< is not a floating point number");
+  EXPECT_THROW(Load(Member, SmallestWith(R"("phoneNumbers":["02"])")), TBeamTypeError);
 }
 
 }  // namespace

@@ -10,20 +10,14 @@ TEST(HideString, StarsWhatFollowsTheKey) {
     const char *Text, *Key, *Expected;
   } Cases[] = {
       {"", "uuid", ""},
-      {"nothing here", "uuid", "nothing here"},
-      {"client_id=abc", "client_id", "client_id****"},
-      {"client_id=abc&client_id=d;x", "client_id", "client_id****&client_id**;x"},
-      {R"({"clientId":"abc","y":"z"})", "clientid", R"({"clientId":"***","y":"z"})"},
-      {R"({"CLIENTID": "a b"})", "clientid", R"({"CLIENTID": "* *"})"},
+      {R"({"CLIENTId": "a bc","y":"z"})", "clientid", R"({"CLIENTId": "* **","y":"z"})"},
       {R"("clientSecret":"a,b")", "clientsecret", R"("clientSecret":"*,b")"},
       {"uuid=1{uuid=2}uuid=3", "uuid", "uuid**{uuid**}uuid**"},
-      {"uuid\t1\r\n2,x", "uuid", "uuid*****,x"},
       {"a bad uuid 12-34, see uuids", "uuid", "a bad uuid *****, see uuid*"},
       {"uuiduuid=1", "uuid", "uuid******"},
       // Nothing before the next delimiter, or the end: the search ends, and what comes later stays visible.
       {"uuid,uuid=1", "uuid", "uuid,uuid=1"},
       {"uuid=1&uuid&uuid=2", "uuid", "uuid**&uuid&uuid=2"},
-      {"uuid", "uuid", "uuid"},
       // Quotes, colons and blanks that are passed over count as something.
       {R"({"uuid":"","uuid":"1"})", "uuid", R"({"uuid":"","uuid":"*"})"},
       // One star a UTF-16 unit: two for an emoji. A stray byte is one character.
@@ -41,8 +35,7 @@ TEST(HideCredentials, MasksFiveKeysAndNoTokens) {
        "client_id**&client_secret***&grant_type=client_credentials"},
       {R"({"client_id": "abc", "CLIENTSECRET":"d","UUID":"e-1","ClientID":"f"})",
        R"({"client_id": "***", "CLIENTSECRET":"*","UUID":"***","ClientID":"*"})"},
-      {"authorization: Bearer abc", "authorization: Bearer abc"},
-      {R"({"access_token":"abc","PIN":"1"})", R"({"access_token":"abc","PIN":"1"})"},
+      {R"({"access_token":"Bearer abc","PIN":"1"})", R"({"access_token":"Bearer abc","PIN":"1"})"},
       // A key inside the value of another one is starred before its turn comes.
       {"clientid=uuid 7", "clientid***** *"},
       {"uuid=clientid=7", "uuid***********"},

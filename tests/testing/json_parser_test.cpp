@@ -4,7 +4,6 @@
 #include <fstream>
 #include <iterator>
 #include <map>
-#include <set>
 #include <string>
 
 #include "oxSuperAPI/testing/uFakeJsonParser.h"
@@ -19,30 +18,15 @@ std::string Printed(std::string_view Text) {
 
 // Texts on which readers may differ. Escapes of lone surrogates are read as U+FFFD and numbers of any size are kept;
 // what is not UTF-8 is refused.
-const std::set<std::string> AcceptedByChoice = {
-    "i_number_double_huge_neg_exp.json",
-    "i_number_huge_exp.json",
-    "i_number_neg_int_huge_exp.json",
-    "i_number_pos_double_huge_exp.json",
-    "i_number_real_neg_overflow.json",
-    "i_number_real_pos_overflow.json",
-    "i_number_real_underflow.json",
-    "i_number_too_big_neg_int.json",
-    "i_number_too_big_pos_int.json",
-    "i_number_very_big_negative_int.json",
-    "i_object_key_lone_2nd_surrogate.json",
-    "i_string_1st_surrogate_but_2nd_missing.json",
-    "i_string_1st_valid_surrogate_2nd_invalid.json",
-    "i_string_incomplete_surrogate_and_escape_valid.json",
-    "i_string_incomplete_surrogate_pair.json",
-    "i_string_incomplete_surrogates_escape_valid.json",
-    "i_string_invalid_lonely_surrogate.json",
-    "i_string_invalid_surrogate.json",
-    "i_string_inverted_surrogates_U+1D11E.json",
-    "i_string_lone_second_surrogate.json",
-    "i_structure_500_nested_arrays.json",
-    "i_structure_UTF-8_BOM_empty_object.json",
-};
+const std::string AcceptedByChoice =
+    " number_double_huge_neg_exp number_huge_exp number_neg_int_huge_exp number_pos_double_huge_exp "
+    "number_real_neg_overflow number_real_pos_overflow number_real_underflow number_too_big_neg_int "
+    "number_too_big_pos_int number_very_big_negative_int object_key_lone_2nd_surrogate "
+    "string_1st_surrogate_but_2nd_missing string_1st_valid_surrogate_2nd_invalid "
+    "string_incomplete_surrogate_and_escape_valid string_incomplete_surrogate_pair "
+    "string_incomplete_surrogates_escape_valid string_invalid_lonely_surrogate string_invalid_surrogate "
+    "string_inverted_surrogates_U+1D11E string_lone_second_surrogate structure_500_nested_arrays "
+    "structure_UTF-8_BOM_empty_object ";
 
 TEST(FakeJSONParser, AgreesWithThePublicVectors) {
   const std::filesystem::path Folder = std::string(SHARED_DIR) + "/vectors/json";
@@ -52,7 +36,9 @@ TEST(FakeJSONParser, AgreesWithThePublicVectors) {
     const std::string Name = Entry.path().filename().string();
     std::ifstream File(Entry.path(), std::ios::binary);
     const std::string Text{std::istreambuf_iterator<char>(File), {}};
-    const bool Expected = Name[0] == 'y' || (Name[0] == 'i' && AcceptedByChoice.contains(Name));
+    const bool Expected =
+        Name[0] == 'y' || (Name[0] == 'i' && AcceptedByChoice.find(" " + Entry.path().stem().string().substr(2) +
+                                                                   " ") != std::string::npos);
     EXPECT_EQ(TFakeJSONParser().Parse(Text) != nullptr, Expected) << Name;
     ++Seen[Name[0]];
   }
@@ -62,11 +48,8 @@ TEST(FakeJSONParser, AgreesWithThePublicVectors) {
 }
 
 TEST(FakeJSONParser, KeepsWhatADocumentSays) {
-  struct TCase {
-    std::string Text, Expected;
-  };
   using namespace std::string_literals;
-  const TCase Cases[] = {
+  const std::pair<std::string, std::string> Cases[] = {
       {"\xEF\xBB\xBF {\"b\" : 1.50, \"a\":1E400,\"b\":-0 }\r\n", R"({"b":1.50,"a":1E400,"b":-0})"},
       {R"([true,false,null,"",{},[]])", R"([true,false,null,"",{},[]])"},
       {R"("\u0041\/\b\f\n\r\t\"\\")", R"("A/\b\f\n\r\t\"\\")"},
@@ -84,9 +67,8 @@ TEST(FakeJSONParser, KeepsWhatADocumentSays) {
       {"\"\xF4\x90\x80\x80\"", "refused"},
       {"\"\xE2\x82\"", "refused"},
       {"\"cut\\u00", "refused"},
-      {"\"cut\\ud83d\\u00\"", "refused"},
-  };
-  for (const TCase& Case : Cases) EXPECT_EQ(Printed(Case.Text), Case.Expected) << Case.Text;
+      {"\"cut\\ud83d\\u00\"", "refused"}};
+  for (const auto& [Text, Expected] : Cases) EXPECT_EQ(Printed(Text), Expected) << Text;
 }
 
 TEST(FakeJSONParser, RefusesNestingBeyondTheLimit) {
