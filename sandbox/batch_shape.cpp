@@ -1,20 +1,12 @@
 #include "batch_shape.h"
 
 #include <algorithm>
-#include <span>
 
 #include "identifiers.h"
+#include "shape.h"
 
 namespace sandbox {
 namespace {
-
-enum class Kind { text, date, amount, contribution, flag, object, list };
-
-struct Member {
-  std::string_view key;
-  Kind kind = Kind::text;
-  std::span<const Member> inside = {};  ///< of an object, or of each element of a list
-};
 
 using enum Kind;
 
@@ -137,79 +129,6 @@ constexpr Member kDetail[] = {
 constexpr Member kMessage[] = {{"messageId"}, {"processId"}, {"time"}};
 constexpr Member kBatch[] = {{"contributionDetail", object, kDetail}, {"identifier", object, kMessage}, {"version"}};
 
-/// One walk over a document.
-struct Walk {
-  Findings& findings;
-
-  void Object(const json::object& value, std::span<const Member> members, std::string_view context, const Path& path) {
-    for (const auto& pair : value) {
-      const std::string_view key(pair.key().data(), pair.key().size());
-      const auto member = std::ranges::find(members, key, &Member::key);
-      const Path place = path / key;
-      if (member != members.end()) {
-        Value(pair.value(), *member, context, place);
-      } else {
-        findings.Add(Severity::warning, context, "MEMBER_UNKNOWN", "The service does not know this member", place);
-      }
-    }
-  }
-
-  void Value(const json::value& value, const Member& member, std::string_view context, const Path& path) {
-    const auto error = [&](std::string_view code, std::string_view message) {
-      findings.Add(Severity::error, context, code, message, path);
-    };
-    if (value.is_number()) return error("NUMBER_NOT_TEXT", "Numbers travel as text");
-    switch (member.kind) {
-      case text:
-        if (!value.is_string()) error("TEXT_EXPECTED", "This member is a text");
-        break;
-      case date:
-        if (!value.is_string() || !IsDate(View(value.get_string())))
-          error("DATE_INVALID", "This member is a date that exists, written yyyy-mm-dd");
-        break;
-      case amount:
-      case contribution:
-        if (!value.is_string() || !Cents(View(value.get_string())))
-          error("AMOUNT_INVALID", "This member is a text with exactly two decimals");
-        break;
-      case flag:
-        if (!value.is_bool()) error("FLAG_EXPECTED", "This member is true or false");
-        break;
-      case object:
-        if (!value.is_object()) return error("OBJECT_EXPECTED", "This member is an object");
-        Object(value.get_object(), member.inside, context, path);
-        break;
-      case list:
-        if (!value.is_array()) return error("LIST_EXPECTED", "This member is an array");
-        List(value.get_array(), member, context, path);
-        break;
-    }
-  }
-
-  void List(const json::array& elements, const Member& member, std::string_view context, const Path& path) {
-    for (std::size_t i = 0; i < elements.size(); ++i) {
-      const Path place{path.up, path.key, i};
-      if (elements[i].is_object()) {
-        Object(elements[i].get_object(), member.inside, ContextOf(elements[i], member, context), place);
-      } else {
-        findings.Add(Severity::error, context, "OBJECT_EXPECTED", "Each element is an object", place);
-      }
-    }
-  }
-
-  /// Who a finding inside this element is about.
-  static std::string_view ContextOf(const json::value& element, const Member& member, std::string_view outer) {
-    const auto own = [&](std::string_view idKey, std::string_view kind) {
-      const std::string_view id = TextAt(&element, idKey);
-      return id.empty() ? kind : id;
-    };
-    if (member.key == "members") return own("memberTransactionContextId", "Member");
-    if (member.key == "funds") return own("fundTransactionContextId", "Fund");
-    if (member.key == "employers") return own("employerTransactionContextId", "Employer");
-    return outer;
-  }
-};
-
 void AddUp(const json::object& value, std::span<const Member> members, Contributions& sum) {
   for (const auto& pair : value) {
     const auto member =
@@ -231,12 +150,7 @@ void AddUp(const json::object& value, std::span<const Member> members, Contribut
 }  // namespace
 
 void CheckShape(const json::value& batch, Findings& findings) {
-  const Path root;
-  if (batch.is_object()) {
-    Walk{findings}.Object(batch.get_object(), kBatch, "Batch", root);
-  } else {
-    findings.Add(Severity::error, "Batch", "OBJECT_EXPECTED", "A batch is a JSON object", root);
-  }
+  CheckShape(batch, kBatch, "Batch", findings);
 }
 
 Contributions ContributionsOf(const json::value& member) {

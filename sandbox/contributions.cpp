@@ -1,4 +1,5 @@
 #include "batch_checks.h"
+#include "batch_parts.h"
 #include "batch_shape.h"
 #include "crypto.h"
 #include "identifiers.h"
@@ -86,21 +87,23 @@ Answer Submit(const Call& call) {
   const TimePoint now = call.services.clock.Now();
   const std::string reference = RandomDigits(12);
   Payments payments = PaymentsFor(incoming.batch, reference);
-  const Batch batch{RandomGuid(),
-                    std::string(incoming.MessageId()),
-                    call.customer,
-                    std::string(kSubmitted),
-                    now,
-                    now,
-                    reference,
-                    payments.totalCents,
-                    Digest(*At(&incoming.batch, "contributionDetail"))};
+  Batch batch;
+  batch.processId = RandomGuid();
+  batch.messageId = incoming.MessageId();
+  batch.customer = call.customer;
+  batch.participant =
+      TextAt(At(At(&incoming.batch, "contributionDetail"), "participantDetail"), "clientParticipantNumber");
+  batch.submitted = now;
+  batch.paymentReferenceNumber = reference;
+  batch.totalCents = payments.totalCents;
+  batch.contentDigest = Digest(*At(&incoming.batch, "contributionDetail"));
+  batch.funds = PartsOf(incoming.batch);
   bool accepted = false;
   bool hasTwin = false;
   call.services.store.Change([&](State& state) {
     accepted = !WasSubmitted(state, batch);
     hasTwin = HasTwin(state, batch);
-    if (accepted) state.batches[batch.processId] = batch;
+    if (accepted) SetStatus(state, state.batches[batch.processId] = batch, kSubmitted, now);
     return accepted;
   });
   if (!accepted)
@@ -117,22 +120,22 @@ Answer Submit(const Call& call) {
 }
 
 /// Runs `use` on the caller's batch, moved on to where time has brought it; 404 when the caller has no such batch.
-Answer WithBatch(const Call& call, const std::function<Answer(Batch&)>& use) {
+Answer WithBatch(const Call& call, const std::function<Answer(State&, Batch&)>& use) {
   Answer answer = ErrorAnswer(404, "PROCESS_UNKNOWN", "There is no batch with this process id");
   call.services.store.Change([&](State& state) {
     const auto found = state.batches.find(call.ids[0]);
     if (found == state.batches.end() || found->second.customer != call.customer) return false;
     Batch& batch = found->second;
     const std::string before = batch.status;
-    MoveOnWithTime(batch, call.services.clock.Now(), call.services.options.timeStep);
-    answer = use(batch);
+    MoveOnWithTime(state, batch, call.services.clock.Now(), call.services.options.timeStep);
+    answer = use(state, batch);
     return batch.status != before;
   });
   return answer;
 }
 
 Answer Search(const Call& call) {
-  return WithBatch(call, [](Batch& batch) {
+  return WithBatch(call, [](State&, Batch& batch) {
     return JsonAnswer(200, {{"processId", batch.processId},
                             {"status", batch.status},
                             {"paymentReferenceNumber", batch.paymentReferenceNumber},
@@ -141,8 +144,8 @@ Answer Search(const Call& call) {
 }
 
 Answer CancelBatch(const Call& call) {
-  return WithBatch(call, [&](Batch& batch) {
-    if (!Cancel(batch, call.services.clock.Now()))
+  return WithBatch(call, [&](State& state, Batch& batch) {
+    if (!Cancel(state, batch, call.services.clock.Now()))
       return ErrorAnswer(409, "NOT_CANCELLABLE", "The batch can no longer be cancelled; its status is " + batch.status);
     return JsonAnswer(
         200, {{"processId", batch.processId}, {"status", batch.status}, {"message", "The batch was cancelled"}});

@@ -44,6 +44,20 @@ std::vector<std::string> PathSegments(std::string_view target) {
   }
 }
 
+std::optional<std::vector<std::string>> MatchPath(std::string_view pattern, const std::vector<std::string>& path) {
+  const std::vector<std::string> expected = PathSegments(pattern);
+  if (expected.size() != path.size()) return std::nullopt;
+  std::vector<std::string> ids;
+  for (std::size_t i = 0; i < path.size(); ++i) {
+    if (expected[i] == "{}" && !path[i].empty()) {
+      ids.push_back(path[i]);
+    } else if (expected[i] != path[i]) {
+      return std::nullopt;
+    }
+  }
+  return ids;
+}
+
 std::string_view QueryValue(std::string_view target, std::string_view name) {
   const std::size_t question = target.find('?');
   std::string_view query = question == std::string_view::npos ? std::string_view() : target.substr(question + 1);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <boost/beast/http.hpp>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -31,6 +32,9 @@ Answer ErrorAnswer(unsigned status, std::string_view errorCode, std::string_view
 
 /// The decoded segments of the path: "/a/b%20c?x=1" gives "a" and "b c". An ill-formed escape stays as it stands.
 std::vector<std::string> PathSegments(std::string_view target);
+
+/// The texts in the places of "{}" in the pattern; nothing when the path is another one. "{}" matches no empty text.
+std::optional<std::vector<std::string>> MatchPath(std::string_view pattern, const std::vector<std::string>& path);
 
 /// The value of `name` in the query, not decoded; empty when there is none.
 std::string_view QueryValue(std::string_view target, std::string_view name);

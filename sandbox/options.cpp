@@ -49,7 +49,7 @@ std::optional<Options> ReadOptions(int argc, char** argv, int& exitCode) {
       ->allow_extra_args(false)
       ->capture_default_str();
   app.add_option("--dir", options.dir, "Directory for ca.pem (default: a temporary one, removed at the end)");
-  app.add_option("--state", options.state, "File that keeps customers and batches across restarts");
+  app.add_option("--state", options.state, "File that keeps the state across restarts");
   app.add_option("--secrets", options.secrets,
                  R"(JSON file {"application":"...","administrator":"..."} instead of the default secrets)");
   app.add_option("--time-step", timeStep, "Seconds a batch stays in a status; 0: until told to move")

@@ -12,7 +12,7 @@ struct Options {
   unsigned short port = 0;
   std::vector<std::string> hosts;          ///< names in the server certificate, beside localhost and 127.0.0.1
   std::string dir;                         ///< for ca.pem; empty: a temporary directory, removed at the end
-  std::string state;                       ///< file that keeps customers and batches; empty: memory only
+  std::string state;                       ///< file that keeps the state; empty: memory only
   std::string secrets;                     ///< file with the secrets of the two system channels; empty: the defaults
   std::chrono::milliseconds timeStep{};    ///< how long a batch stays in a status; 0: until it is told to move
   std::chrono::seconds tokenLifetime{};    ///< "expires_in" of every token

@@ -11,12 +11,6 @@
 namespace sandbox {
 namespace {
 
-constexpr std::string_view kBillerCode = "999999";
-
-json::value ClearingAccount() {
-  return {{"accountName", "Beam Sandbox Clearing Account"}, {"accountNumber", "100200300"}, {"bsb", "000-000"}};
-}
-
 struct FundTotal {
   const json::value* fund;  ///< the first of this fund in the batch
   std::int64_t cents = 0;
@@ -64,6 +58,10 @@ void AddDestination(json::object& payment, const json::value& fund, const json::
 }
 
 }  // namespace
+
+json::object ClearingAccount() {
+  return {{"accountName", "Beam Sandbox Clearing Account"}, {"accountNumber", "100200300"}, {"bsb", "000-000"}};
+}
 
 Payments PaymentsFor(const json::value& batch, const std::string& reference) {
   Payments payments;

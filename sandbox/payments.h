@@ -6,6 +6,10 @@
 
 namespace sandbox {
 
+/// Where employers pay to.
+inline constexpr std::string_view kBillerCode = "999999";
+json::object ClearingAccount();
+
 /// What an employer has to pay for a batch: one entry for each fund that gets money.
 struct Payments {
   json::array list;

@@ -5,21 +5,6 @@
 namespace sandbox {
 namespace {
 
-/// The texts in the places of "{}"; nothing when the path is another one.
-std::optional<std::vector<std::string>> Match(std::string_view pattern, const std::vector<std::string>& path) {
-  const std::vector<std::string> expected = PathSegments(pattern);
-  if (expected.size() != path.size()) return std::nullopt;
-  std::vector<std::string> ids;
-  for (std::size_t i = 0; i < path.size(); ++i) {
-    if (expected[i] == "{}" && !path[i].empty()) {
-      ids.push_back(path[i]);
-    } else if (expected[i] != path[i]) {
-      return std::nullopt;
-    }
-  }
-  return ids;
-}
-
 Answer Unauthorised(std::string_view errorCode, std::string_view message) {
   Answer answer = ErrorAnswer(401, errorCode, message);
   answer.headers.emplace_back("WWW-Authenticate", "Bearer");
@@ -43,9 +28,10 @@ Answer Run(const Endpoint& endpoint, Call call, const Access& access) {
 Answer Route(const Request& request, const Access& access, Services& services) {
   const std::vector<std::string> path = PathSegments(View(request.target()));
   bool pathKnown = false;
-  for (const auto group : {TokenEndpoints(), HealthEndpoints(), ChannelSecurityEndpoints(), ContributionEndpoints()}) {
+  for (const auto group : {TokenEndpoints(), HealthEndpoints(), ChannelSecurityEndpoints(), ContributionEndpoints(),
+                           ParticipantEndpoints(), NotificationEndpoints(), FundEndpoints()}) {
     for (const Endpoint& endpoint : group) {
-      std::optional<std::vector<std::string>> ids = Match(endpoint.pattern, path);
+      std::optional<std::vector<std::string>> ids = MatchPath(endpoint.pattern, path);
       if (!ids) continue;
       pathKnown = true;
       if (endpoint.method == request.method()) return Run(endpoint, {request, std::move(*ids), {}, services}, access);

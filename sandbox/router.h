@@ -26,11 +26,15 @@ struct Endpoint {
   Answer (*handle)(const Call&);
 };
 
-// The groups of endpoints, one file each: token_endpoint.cpp, health.cpp, channel_security.cpp, contributions.cpp.
+// The groups of endpoints, one file each: token_endpoint.cpp, health.cpp, channel_security.cpp, contributions.cpp,
+// participants.cpp, notifications.cpp, funds.cpp.
 std::span<const Endpoint> TokenEndpoints();
 std::span<const Endpoint> HealthEndpoints();
 std::span<const Endpoint> ChannelSecurityEndpoints();
 std::span<const Endpoint> ContributionEndpoints();
+std::span<const Endpoint> ParticipantEndpoints();
+std::span<const Endpoint> NotificationEndpoints();
+std::span<const Endpoint> FundEndpoints();
 
 /// Finds the endpoint, checks the token and runs it: 404, 405 and 401 are answered here.
 Answer Route(const Request& request, const Access& access, Services& services);

@@ -10,88 +10,10 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "json.h"
+#include "state_format.h"
 
 namespace sandbox {
 namespace {
-
-// The names below are the format of the state file: change them only together with "format".
-constexpr std::int64_t kFormat = 1;
-
-json::value ToJson(const Customer& customer) {
-  return {{"uuid", customer.uuid},
-          {"customerNumber", customer.customerNumber},
-          {"companyName", customer.companyName},
-          {"pinDigest", customer.pinDigest},
-          {"clientId", customer.clientId},
-          {"secretDigest", customer.secretDigest},
-          {"preRegistered", customer.preRegistered},
-          {"activated", customer.activated}};
-}
-
-Customer CustomerFrom(const json::value& value) {
-  Customer customer;
-  customer.uuid = TextAt(&value, "uuid");
-  customer.customerNumber = TextAt(&value, "customerNumber");
-  customer.companyName = TextAt(&value, "companyName");
-  customer.pinDigest = TextAt(&value, "pinDigest");
-  customer.clientId = TextAt(&value, "clientId");
-  customer.secretDigest = TextAt(&value, "secretDigest");
-  customer.preRegistered = value.at("preRegistered").as_bool();
-  customer.activated = value.at("activated").as_bool();
-  return customer;
-}
-
-json::value ToJson(const Batch& batch) {
-  return {{"processId", batch.processId},
-          {"messageId", batch.messageId},
-          {"customer", batch.customer},
-          {"status", batch.status},
-          {"since", batch.since.time_since_epoch().count()},
-          {"submitted", batch.submitted.time_since_epoch().count()},
-          {"paymentReferenceNumber", batch.paymentReferenceNumber},
-          {"totalCents", batch.totalCents},
-          {"contentDigest", batch.contentDigest}};
-}
-
-Batch BatchFrom(const json::value& value) {
-  const auto time = [&](const char* key) { return TimePoint(std::chrono::milliseconds(value.at(key).as_int64())); };
-  Batch batch;
-  batch.processId = TextAt(&value, "processId");
-  batch.messageId = TextAt(&value, "messageId");
-  batch.customer = TextAt(&value, "customer");
-  batch.status = TextAt(&value, "status");
-  batch.since = time("since");
-  batch.submitted = time("submitted");
-  batch.paymentReferenceNumber = TextAt(&value, "paymentReferenceNumber");
-  batch.totalCents = value.at("totalCents").as_int64();
-  batch.contentDigest = TextAt(&value, "contentDigest");
-  return batch;
-}
-
-State StateFrom(const std::string& text) {
-  const json::value document = json::parse(text);
-  if (document.at("format").as_int64() != kFormat) throw std::runtime_error("unknown format number");
-  State state;
-  for (const json::value& value : document.at("customers").as_array()) {
-    Customer customer = CustomerFrom(value);
-    state.customers[customer.uuid] = std::move(customer);
-  }
-  for (const json::value& value : document.at("batches").as_array()) {
-    Batch batch = BatchFrom(value);
-    state.batches[batch.processId] = std::move(batch);
-  }
-  return state;
-}
-
-std::string TextFrom(const State& state) {
-  json::array customers, batches;
-  for (const auto& [uuid, customer] : state.customers) customers.push_back(ToJson(customer));
-  for (const auto& [processId, batch] : state.batches) batches.push_back(ToJson(batch));
-  const json::value document = {
-      {"format", kFormat}, {"customers", std::move(customers)}, {"batches", std::move(batches)}};
-  return json::serialize(document) + "\n";
-}
 
 /// The old contents or the new ones, never a mixture: also when the process dies in between.
 void WriteWhole(const std::string& file, const std::string& text) {

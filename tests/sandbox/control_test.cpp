@@ -17,12 +17,8 @@ namespace {
 constexpr const char* kCutWithoutLength = R"({"fault":"cut-without-length"})";
 
 TEST_F(Office, FaultsBreakTheConversationWhereTheySay) {
-  const struct {
-    const char* preset;
-    std::vector<int> curl;  ///< what the client may see
-    bool complete;          ///< the request was read whole
-    bool booked;            ///< the submission counts
-  } cases[] = {
+  // What the client may see; whether the request was read whole; whether the submission counts.
+  const std::tuple<const char*, std::vector<int>, bool, bool> cases[] = {
       {R"({"fault":"reset-before-read"})", {CURLE_SEND_ERROR, CURLE_RECV_ERROR, CURLE_GOT_NOTHING}, false, false},
       {R"({"fault":"reset-after-read"})", {CURLE_RECV_ERROR, CURLE_GOT_NOTHING}, true, true},
       {R"({"fault":"reset-after-read","handle":false})", {CURLE_RECV_ERROR, CURLE_GOT_NOTHING}, true, false},
@@ -39,26 +35,25 @@ TEST_F(Office, FaultsBreakTheConversationWhereTheySay) {
       {R"({"status":503,"body":"{}"})", {CURLE_OK}, true, false},
       {R"({"status":503,"handle":true})", {CURLE_OK}, true, true},
   };
-  for (const auto& c : cases) {
-    const std::string token = client.token;
+  for (const auto& [preset, curl, complete, booked] : cases) {
     client.Control("DELETE", "requests");
-    ASSERT_EQ(client.Control("POST", "presets", c.preset).status, 200) << c.preset;
+    ASSERT_EQ(client.Control("POST", "presets", preset).status, 200) << preset;
     const std::size_t before = Booked();
     {
       // A body of its own for the reset before reading: large enough not to fit into the network's buffers.
-      json::value batch = SampleBatch(c.preset);
-      if (!c.complete) batch.as_object()["version"] = std::string(8u << 20, 'v');
+      json::value batch = SampleBatch(preset);
+      if (!complete) batch.as_object()["version"] = std::string(8u << 20, 'v');
       Client fresh(sandbox);
-      fresh.token = token;
+      fresh.token = client.token;
       fresh.timeoutMilliseconds = 1500;
       const Reply reply = Post(fresh, "submit", batch);
-      EXPECT_NE(std::ranges::find(c.curl, reply.curl), c.curl.end()) << c.preset << " gave " << reply.curl;
-      EXPECT_EQ(reply.body.ends_with('}'), reply.curl == CURLE_OK && c.preset != kCutWithoutLength) << c.preset;
+      EXPECT_NE(std::ranges::find(curl, reply.curl), curl.end()) << preset << " gave " << reply.curl;
+      EXPECT_EQ(reply.body.ends_with('}'), reply.curl == CURLE_OK && preset != kCutWithoutLength) << preset;
     }
-    EXPECT_EQ(Booked() - before, c.booked ? 1u : 0u) << c.preset;
+    EXPECT_EQ(Booked() - before, booked ? 1u : 0u) << preset;
     const json::value requests = Requests();
-    ASSERT_EQ(requests.at("count"), 1) << c.preset;
-    EXPECT_EQ(requests.at("requests").at(0).at("complete").as_bool(), c.complete) << c.preset;
+    ASSERT_EQ(requests.at("count"), 1) << preset;
+    EXPECT_EQ(requests.at("requests").at(0).at("complete").as_bool(), complete) << preset;
   }
 }
 
@@ -69,14 +64,9 @@ TEST_F(Office, ConnectionFaultsHitTheNextConnection) {
     EXPECT_EQ(fresh.Send("GET", "/x").status, 0) << fault;
     EXPECT_EQ(fresh.Send("GET", "/x").status, 404) << "only once";
   }
-}
-
-TEST_F(Office, AClosedKeptConnectionIsReplaced) {
   client.Control("POST", "presets", R"({"fault":"close-after-response"})");
   EXPECT_EQ(client.Send("GET", "/first").connects, 0);
   EXPECT_EQ(client.Send("GET", "/second").connects, 1);
-  const json::array requests = Requests().at("requests").as_array();
-  EXPECT_NE(requests[requests.size() - 2].at("connection"), requests[requests.size() - 1].at("connection"));
 }
 
 TEST_F(Office, PresetsApplyInOrderToTheTargetsTheyName) {
@@ -86,11 +76,8 @@ TEST_F(Office, PresetsApplyInOrderToTheTargetsTheyName) {
                      {"path":"/never","times":0}])");
   const auto search = [&] { return client.Send("GET", "/search/contributions/none"); };
   EXPECT_EQ(client.Send("GET", "/clearing-house/healthcheck/ping").status, 200);
-  EXPECT_EQ(search().status, 501);
-  EXPECT_EQ(search().status, 501);
-  const Reply third = search();
-  EXPECT_EQ(third.status, 502);
-  EXPECT_EQ(third.body, R"({"a":1})");
+  EXPECT_EQ(search().status + search().status, 2 * 501);
+  EXPECT_EQ(search().body, R"({"a":1})");
   EXPECT_EQ(search().status, 404);
   EXPECT_EQ(client.Control("GET", "presets").Text("waiting"), "2");
   client.Control("DELETE", "presets");
@@ -101,25 +88,22 @@ TEST_F(Office, PresetsApplyInOrderToTheTargetsTheyName) {
     EXPECT_EQ(client.Control("POST", "presets", wrong).status, 400) << wrong;
 }
 
-TEST_F(Office, ListsWhatItReceived) {
+TEST_F(Office, ListsWhatItReceivedUntilItIsReset) {
   client.Control("DELETE", "requests");
   client.Send("PUT", "/clearing-house/cancel/a%20b?x=1", "{\"k\":\"v\"}");
   client.Send("GET", "/search/contributions/none");
   const json::value all = Requests();
   EXPECT_EQ(all.at("count"), 2) << "the control path itself is not listed";
   const json::value& first = all.at("requests").at(0);
-  EXPECT_EQ(first.at("method"), "PUT");
-  EXPECT_EQ(first.at("target"), "/clearing-house/cancel/a%20b?x=1");
-  EXPECT_EQ(first.at("body"), "{\"k\":\"v\"}");
-  EXPECT_EQ(first.at("channel"), "customer");
-  EXPECT_EQ(first.at("status"), 404);
-  EXPECT_EQ(first.at("headers").at("authorization"), ("Bearer " + client.token).c_str());
+  const std::pair<const char*, json::value> members[] = {
+      {"/method", "PUT"},         {"/target", "/clearing-house/cancel/a%20b?x=1"},
+      {"/body", "{\"k\":\"v\"}"}, {"/channel", "customer"},
+      {"/status", 404},           {"/headers/authorization", json::string("Bearer " + client.token)}};
+  for (const auto& [pointer, value] : members) EXPECT_EQ(first.at_pointer(pointer), value);
   EXPECT_EQ(first.at("connection"), all.at("requests").at(1).at("connection"));
   const json::value searches = client.Control("GET", "requests?path=/search").Json();
   EXPECT_EQ(searches.at("requests").as_array().size(), 1u);
-}
 
-TEST_F(Office, ResetForgetsEverything) {
   Post(client, "submit", SampleBatch());
   client.Control("POST", "presets", R"({"status":500})");
   EXPECT_EQ(client.Control("POST", "reset").status, 200);
@@ -132,12 +116,20 @@ TEST(State, OutlivesARestart) {
   const std::string folder = ::testing::TempDir() + "sandbox-state-" + std::to_string(::getpid());
   std::filesystem::create_directory(folder);
   const std::string file = folder + "/state.json";
+  constexpr const char* kKept[] = {"/clearing-house/notifications", "/clearing-house/participant/P1",
+                                   "/clearing-house/participant/P1/terms-acceptance"};
+  std::vector<std::string> before;
   Reply customer, sent;
   {
     Sandbox sandbox({"--state", file, "--pre-registered", "KEY-15500", "--time-step", "0"});
     Client client(sandbox);
     customer = BecomeCustomer(client);
     sent = Post(client, "submit", SampleBatch());
+    client.Control("POST", "batches/" + ProcessId(sent), R"({"status":"Sent To Fund"})");
+    client.Send("POST", "/clearing-house/participant-details",
+                R"({"clientParticipantNumber":"P1","employers":[{"clientEmployerNumber":"E1"}]})");
+    client.Control("POST", "participants/P1/terms-acceptance", R"({"user":"Jo"})");
+    for (const char* path : kKept) before.push_back(client.Send("GET", path).body);
     EXPECT_EQ(sandbox.Stop(), 0);
   }
   struct stat status {};
@@ -152,8 +144,11 @@ TEST(State, OutlivesARestart) {
     Client client(sandbox);
     EXPECT_NE(SignIn(client, customer.Text("clientId"), customer.Text("clientSecret")), "");
     EXPECT_EQ(Post(client, "submit", SampleBatch()).status, 409);
-    const std::string id = json::value_to<std::string>(sent.Json().at("identifier").at("processId"));
-    EXPECT_EQ(client.Send("GET", "/search/contributions/" + id).Text("status"), "Submitted");
+    EXPECT_EQ(client.Send("GET", "/search/contributions/" + ProcessId(sent)).Text("status"), "Sent To Fund");
+    for (std::size_t i = 0; i < before.size(); ++i) EXPECT_EQ(client.Send("GET", kKept[i]).body, before[i]) << kKept[i];
+    client.Control("POST", "batches/" + ProcessId(sent) + "/refund");
+    EXPECT_EQ(client.Send("GET", "/clearing-house/notifications?notificationId=6").Json().at(0).at("notificationId"), 7)
+        << "numbers go on";
     SignIn(client, kAppClient, kAppSecret);
     EXPECT_EQ(Enrol(client, "activate", "KEY-15500").status, 409) << "a pre-registration is used up";
   }
@@ -163,14 +158,8 @@ TEST(State, OutlivesARestart) {
   std::filesystem::remove_all(folder);
 }
 
-TEST(Process, EndsWhenItIsAskedTo) {
-  const struct {
-    const char* how;
-    void (*ask)(Sandbox&);
-  } cases[] = {{"SIGTERM", [](Sandbox& s) { ::kill(s.Pid(), SIGTERM); }},
-               {"SIGINT", [](Sandbox& s) { ::kill(s.Pid(), SIGINT); }},
-               {"end of input", [](Sandbox& s) { s.CloseInput(); }}};
-  for (const auto& c : cases) {
+TEST(Process, EndsWhenItIsAskedToAndRefusesWrongOptions) {
+  for (const int signal : {SIGTERM, SIGINT, 0}) {
     Sandbox sandbox;
     Client client(sandbox);
     client.Send("GET", "/x");  // a kept connection does not hold it back, nor does a delayed answer
@@ -178,15 +167,12 @@ TEST(Process, EndsWhenItIsAskedTo) {
     std::jthread waiting([&] { Client(sandbox).Send("GET", "/slow"); });
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     const std::string ca = sandbox.CaFile();
-    c.ask(sandbox);
-    EXPECT_EQ(sandbox.WaitForEnd(5), 0) << c.how;
+    signal != 0 ? static_cast<void>(::kill(sandbox.Pid(), signal)) : sandbox.CloseInput();
+    EXPECT_EQ(sandbox.WaitForEnd(5), 0) << signal;
     EXPECT_FALSE(std::filesystem::exists(ca));
   }
   Sandbox brief({"--lifetime", "0.2"});
   EXPECT_EQ(brief.WaitForEnd(5), 0);
-}
-
-TEST(Process, RefusesWrongOptions) {
   for (const std::vector<std::string>& options : std::vector<std::vector<std::string>>{
            {"--port", "x"}, {"--time-step", "-1"}, {"--nonsense"}, {"--secrets", "/nonexistent"}}) {
     Sandbox sandbox(options);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
+#include <set>
 #include <string>
 
 #include "sandbox_process.h"
@@ -43,6 +45,34 @@ inline Reply BecomeCustomer(Client& client, const std::string& uuid = "KEY-15500
 
 /// A batch as clients write it: one employer, a retail fund and a self-managed one.
 json::value SampleBatch(const std::string& messageId = "{00000000-0000-0000-0000-000000000001}");
+
+/// Replaces the value at a JSON pointer; removes the member when `text` is empty.
+inline void Change(json::value& batch, const std::string& pointer, const std::string& text) {
+  const std::size_t slash = pointer.rfind('/');
+  json::value& parent = batch.at_pointer(pointer.substr(0, slash));
+  const std::string last = pointer.substr(slash + 1);
+  if (text.empty()) {
+    parent.as_object().erase(last);
+  } else if (parent.is_array()) {
+    parent.as_array().at(std::stoul(last)) = json::parse(text);
+  } else {
+    parent.as_object()[last] = json::parse(text);
+  }
+}
+
+/// The codes of the findings in an answer.
+inline std::set<std::string> Codes(const Reply& reply, const char* severity) {
+  std::set<std::string> codes;
+  const json::value answer = reply.Json();
+  for (const json::value& finding : answer.at("validations").as_array())
+    if (finding.at("severity") == severity) codes.insert(json::value_to<std::string>(finding.at("errorCode")));
+  return codes;
+}
+
+/// The process id of an accepted batch.
+inline std::string ProcessId(const Reply& sent) {
+  return json::value_to<std::string>(sent.Json().at("identifier").at("processId"));
+}
 
 inline Reply Post(Client& client, const std::string& command, const json::value& batch) {
   return client.Send("POST", "/clearing-house/" + command, json::serialize(batch));

@@ -66,14 +66,9 @@ int Sandbox::WaitForEnd(double seconds) {
   return -1;
 }
 
-int Sandbox::Stop() {
-  CloseInput();
-  return WaitForEnd(10);
-}
-
 std::string Reply::Text(const char* key) const {
   const json::value document = Json();
-  const json::value* member = document.as_object().if_contains(key);
+  const json::value* member = document.is_object() ? document.get_object().if_contains(key) : nullptr;
   if (member == nullptr) return "";
   return member->is_string() ? json::value_to<std::string>(*member) : json::serialize(*member);
 }
@@ -101,19 +96,20 @@ Reply Client::Send(const std::string& method, const std::string& path, const std
   curl_slist* connectTo = ::curl_slist_append(nullptr, connectTo_.c_str());
 
   ::curl_easy_reset(curl_);
-  ::curl_easy_setopt(curl_, CURLOPT_URL, ("https://" + host_ + path).c_str());
-  ::curl_easy_setopt(curl_, CURLOPT_CONNECT_TO, connectTo);
-  ::curl_easy_setopt(curl_, CURLOPT_CAINFO, caFile.c_str());
-  ::curl_easy_setopt(curl_, CURLOPT_PROXY, "");
-  ::curl_easy_setopt(curl_, CURLOPT_NOSIGNAL, 1L);
-  ::curl_easy_setopt(curl_, CURLOPT_TIMEOUT_MS, timeoutMilliseconds);
-  ::curl_easy_setopt(curl_, CURLOPT_HTTPHEADER, headers);
-  ::curl_easy_setopt(curl_, CURLOPT_WRITEFUNCTION, append);
-  ::curl_easy_setopt(curl_, CURLOPT_WRITEDATA, &reply.body);
+  const auto set = [&](CURLoption option, auto value) { ::curl_easy_setopt(curl_, option, value); };
+  set(CURLOPT_URL, ("https://" + host_ + path).c_str());
+  set(CURLOPT_CONNECT_TO, connectTo);
+  set(CURLOPT_CAINFO, caFile.c_str());
+  set(CURLOPT_PROXY, "");
+  set(CURLOPT_NOSIGNAL, 1L);
+  set(CURLOPT_TIMEOUT_MS, timeoutMilliseconds);
+  set(CURLOPT_HTTPHEADER, headers);
+  set(CURLOPT_WRITEFUNCTION, append);
+  set(CURLOPT_WRITEDATA, &reply.body);
   if (method != "GET") {
-    ::curl_easy_setopt(curl_, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
-    ::curl_easy_setopt(curl_, CURLOPT_POSTFIELDS, body.data());
-    ::curl_easy_setopt(curl_, CURLOPT_CUSTOMREQUEST, method.c_str());
+    set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(body.size()));
+    set(CURLOPT_POSTFIELDS, body.data());
+    set(CURLOPT_CUSTOMREQUEST, method.c_str());
   }
   reply.curl = ::curl_easy_perform(curl_);
   ::curl_easy_getinfo(curl_, CURLINFO_RESPONSE_CODE, &reply.status);
@@ -121,10 +117,6 @@ Reply Client::Send(const std::string& method, const std::string& path, const std
   ::curl_slist_free_all(headers);
   ::curl_slist_free_all(connectTo);
   return reply;
-}
-
-Reply Client::Control(const std::string& method, const std::string& path, const std::string& body) {
-  return Send(method, "/__sandbox/" + path, body);
 }
 
 }  // namespace sandbox_test

@@ -16,7 +16,6 @@ class Sandbox {
   explicit Sandbox(std::vector<std::string> options = {});
   ~Sandbox();
   Sandbox(const Sandbox&) = delete;
-  Sandbox& operator=(const Sandbox&) = delete;
 
   const json::value& Ready() const { return ready_; }
   std::string Port() const { return std::to_string(ready_.at("port").as_int64()); }
@@ -24,12 +23,13 @@ class Sandbox {
   pid_t Pid() const { return pid_; }
 
   void CloseInput();
-
   /// Exit code once the process has ended; -1 when it is still there after `seconds`, or died of a signal.
   int WaitForEnd(double seconds);
-
   /// Closes its input and waits.
-  int Stop();
+  int Stop() {
+    CloseInput();
+    return WaitForEnd(10);
+  }
 
  private:
   pid_t pid_ = -1;
@@ -53,11 +53,12 @@ class Client {
   explicit Client(const Sandbox& sandbox, std::string host = "api.dev.beam.example");
   ~Client();
   Client(const Client&) = delete;
-  Client& operator=(const Client&) = delete;
 
   Reply Send(const std::string& method, const std::string& path, const std::string& body = {},
              const std::string& contentType = "application/json");
-  Reply Control(const std::string& method, const std::string& path, const std::string& body = {});
+  Reply Control(const std::string& method, const std::string& path, const std::string& body = {}) {
+    return Send(method, "/__sandbox/" + path, body);
+  }
 
   std::string token;                 ///< sent when not empty
   std::string caFile;                ///< the sandbox's own by default
