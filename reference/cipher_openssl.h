@@ -22,11 +22,13 @@ class OXSUPERAPI_EXPORT TCipherError : public TBeamError {
 /// values can be looked up; a changed one is refused (docs/adr/0004-cipher.md).
 class OXSUPERAPI_EXPORT TOpenSSLCipher final : public THostCipher {
  public:
+  /// Takes the key over; it is overwritten with the cipher.
   explicit TOpenSSLCipher(TCipherKey Key) : FKey(std::move(Key)) {}
 
-  /// Base64 of the sealed text. "" stays "" both ways: the mode cannot seal an empty text.
+  /// Base64 of the sealed text. "" stays "" both ways: the mode cannot seal an empty text. @{
   std::string DefEncrypt(const std::string& Text) override;
   std::string DefDecrypt(const std::string& Text) override;
+  /// @}
 
   /// A client secret as decimal numbers, one a sealed byte, separated by single blanks: a secret of usual length
   /// (29 to 34 bytes) gives 45 to 50 of them. Not interchangeable with what DefEncrypt gives.
@@ -38,6 +40,7 @@ class OXSUPERAPI_EXPORT TOpenSSLCipher final : public THostCipher {
   TCipherKey FKey;
 };
 
+/// Bytes of the caller's.
 using TByteSpan = std::span<const std::uint8_t>;
 
 /// AES-SIV with one associated text: the 16-byte synthetic vector, then the enciphered bytes. A key of 32, 48 or 64

@@ -15,7 +15,9 @@ namespace oxSuperAPI {
 // The configuration of the reference host: one TOML file, one table a struct, one key a field, under the same names.
 // The meaning of each key stands once, in config_toml.cpp, from where it also gets into a written file.
 
+/// Who this host is, and for which company it works.
 struct TIdentityConfig {
+  /// Keys of the table [identity]; a written file explains each. @{
   std::uint8_t country_code = 5;
   std::string domain;
   std::string computer;
@@ -30,9 +32,12 @@ struct TIdentityConfig {
   bool display_request_editor = false;
   bool display_response_editor = false;
   bool operator==(const TIdentityConfig&) const = default;
+  /// @}
 };
 
+/// Where things are kept.
 struct TFilesConfig {
+  /// Keys of the table [files]; a written file explains each. @{
   std::filesystem::path common_database = "common.db";
   std::filesystem::path payroll_database = "payroll.db";
   std::filesystem::path key = "cipher.key";
@@ -41,9 +46,12 @@ struct TFilesConfig {
   std::uint32_t log_megabytes = 5;
   std::uint32_t log_kept_files = 5;
   bool operator==(const TFilesConfig&) const = default;
+  /// @}
 };
 
+/// How the service is reached.
 struct THttpConfig {
+  /// Keys of the table [http]; a written file explains each. @{
   std::filesystem::path ca_file;
   std::string proxy;
   std::vector<std::string> no_proxy;
@@ -53,9 +61,12 @@ struct THttpConfig {
   std::chrono::seconds total_timeout_seconds{300};
   std::uint32_t max_response_megabytes = 64;
   bool operator==(const THttpConfig&) const = default;
+  /// @}
 };
 
+/// What a pay-run file has no column for.
 struct TBatchConfig {
+  /// Keys of the table [batch]; a written file explains each. @{
   std::string client_participant_number;
   std::string version;
   std::string abn_type = "ABN";
@@ -66,14 +77,18 @@ struct TBatchConfig {
   bool location_id_as_context = false;
   bool country_upper_case = false;
   bool operator==(const TBatchConfig&) const = default;
+  /// @}
 };
 
+/// A whole configuration.
 struct TReferenceConfig {
+  /// The tables of the file. @{
   TIdentityConfig identity;
   TFilesConfig files;
   THttpConfig http;
   TBatchConfig batch;
   bool operator==(const TReferenceConfig&) const = default;
+  /// @}
 };
 
 /// Reads a configuration. Keys that are left out keep their defaults; relative paths, the defaults included, are taken

@@ -16,17 +16,21 @@ using TDBCell = std::variant<std::monostate, std::int64_t, double, std::string>;
 
 /// The rows that a statement gave, all of them in memory.
 struct TDBTable {
+  /// Column names as the database gives them; each row has a cell for every one of them. @{
   std::vector<std::string> Columns;
   std::vector<std::vector<TDBCell>> Rows;
+  /// @}
 };
 
 /// How a parameter is stored: a date-time as FormatDateTime gives it.
 OXSUPERAPI_EXPORT TDBCell ToCell(const TDBValue& Value);
 
-// Reading a cell as the host interface lays it down: NULL gives "", 0 and 0.0. Content that is not what is asked for
-// raises TDatabaseError, which names the column only.
+/// Reading a cell as the host interface lays it down: NULL gives "", 0 and 0.0. Content that is not what is asked for
+/// raises TDatabaseError, which names the column only. @{
 OXSUPERAPI_EXPORT std::string CellAsString(const TDBCell& Cell);
 OXSUPERAPI_EXPORT std::int32_t CellAsInteger(const TDBCell& Cell, std::string_view Column);
+/// @}
+
 /// Reads both forms in which a date-time may be stored: ISO text and a number of days. Exact to the millisecond.
 OXSUPERAPI_EXPORT TDateTime CellAsDateTime(const TDBCell& Cell, std::string_view Column);
 

@@ -11,6 +11,7 @@ namespace oxSuperAPI {
 /// database; never a parameter or a column's content.
 class OXSUPERAPI_EXPORT TDatabaseError : public TBeamError {
  public:
+  /// `Text` must hold no parameter and no column's content.
   explicit TDatabaseError(const std::string& Text, int Code = 0) : TBeamError(Text), FCode(Code) {}
   /// The database's own (extended) result code; 0 when the adapter itself refused.
   int Code() const { return FCode; }

@@ -34,6 +34,7 @@ class OXSUPERAPI_EXPORT TDBRows final : public TADOQuery {
 
   /// To the next row; no effect at the end.
   void Next();
+  /// As the database names them.
   const std::vector<std::string>& Columns() const { return FRows.Columns; }
 
  private:
@@ -60,8 +61,10 @@ class OXSUPERAPI_EXPORT TDBConnection : public TADOConnection {
 
  protected:
   friend class TDBRows;
+  /// Column and value of each part of a primary key.
   using TKey = std::vector<std::pair<std::string, TDBCell>>;
 
+  /// The names of the key's columns; none when the table has no key.
   virtual std::vector<std::string> PrimaryKey(const std::string& Table) = 0;
   /// Both return the row as it then stands in the table, in the order of `Columns`.
   virtual std::vector<TDBCell> InsertRow(const std::string& Table, const std::vector<std::string>& Columns,

@@ -14,9 +14,12 @@ namespace oxSuperAPI {
 
 /// A statement whose named parameters became "?", with the names in the order of the question marks.
 struct TPositionalSQL {
+  /// A name that the text has twice is listed twice. @{
   std::string SQL;
   std::vector<std::string> Names;
+  /// @}
 };
+/// Literals and comments are copied as they are. A "?" among the rest is refused.
 OXSUPERAPI_EXPORT TPositionalSQL ToPositional(std::string_view SQL);
 
 /// The value given for a name, letter case aside. Raises TDatabaseError when there is none.
@@ -28,9 +31,11 @@ OXSUPERAPI_EXPORT const TDBValue& ParameterValue(const std::vector<TDBParameter>
 /// given the condition of the probe, so that it changes the rows whose existence was asked for. When that is not
 /// possible (another table, no condition, a join), TDatabaseError is raised and nothing may be run.
 struct TIfExists {
+  /// Text of the caller's statement. @{
   std::string Probe;
   std::string Then;
   std::string Else;
+  /// @}
 };
 /// None when `SQL` is not of that form.
 OXSUPERAPI_EXPORT std::optional<TIfExists> SplitIfExists(std::string_view SQL);

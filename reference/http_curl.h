@@ -23,11 +23,11 @@ struct THTTPCurlOptions {
   std::string CAFile = {};                ///< PEM file with the only authorities to trust; "" is the system's store
   std::string Proxy = {};                 ///< "http://host:port" or with user and password; "" is none
   std::vector<std::string> NoProxy = {};  ///< host names and suffixes that are reached without the proxy
-  std::vector<THTTPConnectTo> ConnectTo = {};
+  std::vector<THTTPConnectTo> ConnectTo = {};        ///< no entry: as the URL says
   std::chrono::milliseconds ConnectTimeout{15'000};  ///< until the TLS connection stands
   std::chrono::seconds StallTimeout{90};             ///< without a byte in either direction; waiting counts
-  std::chrono::milliseconds TotalTimeout{300'000};
-  std::size_t MaxResponseBytes = 64u << 20;
+  std::chrono::milliseconds TotalTimeout{300'000};   ///< for the whole call
+  std::size_t MaxResponseBytes = 64u << 20;          ///< a longer answer is refused
 };
 
 /// The HTTPS client on libcurl.

@@ -19,6 +19,7 @@ enum class TRequestFate : std::uint8_t {
 /// A call without a complete answer. The text names the host and the reason; never a path, header, body or query.
 class OXSUPERAPI_EXPORT THTTPError : public TBeamError {
  public:
+  /// `Text` as described above.
   THTTPError(const std::string& Text, TRequestFate Fate) : TBeamError(Text), FFate(Fate) {}
   /// `NotSent` or `MayHaveArrived`.
   TRequestFate Fate() const { return FFate; }
@@ -29,7 +30,7 @@ class OXSUPERAPI_EXPORT THTTPError : public TBeamError {
 
 /// A URL that may be sent.
 struct TWireURL {
-  std::string Text;
+  std::string Text;  ///< percent-encoded where needed
   std::string Host;  ///< with the port, if one is given; for error texts
 };
 

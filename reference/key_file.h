@@ -11,17 +11,22 @@ namespace oxSuperAPI {
 /// The 512-bit key of the cipher. Overwritten when it is destroyed or moved from; it cannot be copied by accident.
 class OXSUPERAPI_EXPORT TCipherKey {
  public:
+  /// In bytes: two AES-256 keys, one for the vector and one for the text. @{
   static constexpr std::size_t Size = 64;
   using TBytes = std::array<std::uint8_t, Size>;
+  /// @}
 
   /// A key from the machine's source of randomness. Raises TBeamError when that fails.
   static TCipherKey Random();
   /// Takes the key over and overwrites `Bytes`.
   explicit TCipherKey(TBytes& Bytes);
+  /// Moving overwrites the source, the end overwrites the key. @{
   TCipherKey(TCipherKey&& Other) noexcept;
   TCipherKey& operator=(TCipherKey&&) = delete;
   ~TCipherKey();
+  /// @}
 
+  /// Borrowed; every copy is the caller's to overwrite.
   const TBytes& Bytes() const { return FBytes; }
 
  private:

@@ -13,6 +13,7 @@ class logger;
 
 namespace oxSuperAPI {
 
+/// Where the log is kept and how much of it.
 struct TSpdlogOptions {
   std::string FileName;             ///< older files get a number: host.log, host.1.log, ...
   std::size_t MaxBytes = 5u << 20;  ///< of one file
@@ -38,8 +39,8 @@ class OXSUPERAPI_EXPORT TSpdlogLog final : public THostLog {
   bool FFailed = false;
 };
 
-/// The text on one line, and harmless to a terminal: control characters (C0, DEL, C1) as \n, \r, \t or \xNN, and the
-/// backslash doubled, so that no text can pass for another line.
+/// The text on one line, and harmless to a terminal: control characters (C0, DEL, C1) as a backslash with n, r, t or
+/// x and two hexadecimal digits, the backslash itself doubled, so that no text can pass for another line.
 OXSUPERAPI_EXPORT std::string EscapeForLog(std::string_view Text);
 
 }  // namespace oxSuperAPI

@@ -40,6 +40,7 @@ class OXSUPERAPI_EXPORT TReferenceHost : public THost {
   /// Makes the forms for requests and responses; empty, as at first, shows none.
   std::function<std::unique_ptr<TfrmResponseEditor>(TEditorKind)> EditorFactory;
 
+  /// As it was given.
   const TReferenceConfig& Config() const { return FConfig; }
 
  private:

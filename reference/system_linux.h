@@ -17,8 +17,9 @@ class OXSUPERAPI_EXPORT TLinuxSystem final : public THostSystem {
 };
 
 /// The machine's name up to its first full stop, and its domain: what follows that full stop, or else the domain that
-/// the administrator set, or "". No name server is asked.
+/// the administrator set, or "". No name server is asked. @{
 OXSUPERAPI_EXPORT std::string MachineName();
 OXSUPERAPI_EXPORT std::string MachineDomain();
+/// @}
 
 }  // namespace oxSuperAPI

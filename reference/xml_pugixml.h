@@ -14,9 +14,11 @@ class OXSUPERAPI_EXPORT TXMLDocument {
   /// Reads `Text`, UTF-8 unless it begins with another byte order mark or declares another encoding. Raises TBeamError
   /// with the byte position when it is not one well-formed element.
   explicit TXMLDocument(std::string_view Text);
+  /// Moving keeps every node where it is. @{
   ~TXMLDocument();
   TXMLDocument(TXMLDocument&&) noexcept;
   TXMLDocument& operator=(TXMLDocument&&) noexcept;
+  /// @}
 
   /// The outermost element. This node, and every node reached from it, stays valid as long as the document.
   const TXMLNode& Root() const;

@@ -1,9 +1,19 @@
 #pragma once
 
+#include <arpa/inet.h>
+#include <netinet/tcp.h>
+#include <openssl/pem.h>
+#include <openssl/ssl.h>
+#include <openssl/x509v3.h>
+#include <poll.h>
+#include <unistd.h>
+
 #include <atomic>
-#include <cstdint>
+#include <csignal>
+#include <filesystem>
 #include <memory>
 #include <mutex>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -26,10 +36,31 @@ struct TStep {
 };
 
 struct TServerOptions {
-  std::string Name = "api.example";  ///< in the certificate
-  int ValidFromDay = -1;             ///< relative to now
-  int ValidToDay = 1;
-  int MaxTLSVersion = 0;  ///< of OpenSSL; 0 is any
+  std::string Name = "api.example";       ///< in the certificate
+  int ValidFromDay = -1, ValidToDay = 1;  ///< relative to now
+  int MaxTLSVersion = 0;                  ///< of OpenSSL; 0 is any
+};
+
+template <auto Free>
+struct TFree {
+  void operator()(auto* Pointer) const { Free(Pointer); }
+};
+
+inline void Require(bool Condition, const char* What) {
+  if (!Condition) throw std::runtime_error(std::string("Fault server: ") + What);
+}
+
+/// A listening socket on loopback.
+struct TListener {
+  TListener() : Socket(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    sockaddr_in Address{.sin_family = AF_INET, .sin_port = 0, .sin_addr = {htonl(INADDR_LOOPBACK)}, .sin_zero = {}};
+    socklen_t Size = sizeof Address;
+    const auto Any = reinterpret_cast<sockaddr*>(&Address);
+    Require(!bind(Socket, Any, Size) && !listen(Socket, 64) && !getsockname(Socket, Any, &Size), "listen");
+    Port = ntohs(Address.sin_port);
+  }
+  ~TListener() { close(Socket); }
+  int Socket, Port = 0;
 };
 
 /// An HTTPS server on loopback that counts requests and breaks connections. Every request, and every connection that is
@@ -37,37 +68,151 @@ struct TServerOptions {
 /// sent again succeeds and shows in the count.
 class TFaultServer {
  public:
-  explicit TFaultServer(std::vector<TStep> Steps = {}, TServerOptions Options = {});
-  ~TFaultServer();
+  explicit TFaultServer(std::vector<TStep> Steps = {}, TServerOptions Options = {}) : FSteps(std::move(Steps)) {
+    const TKey AuthorityKey(EVP_EC_gen("P-256")), Key(EVP_EC_gen("P-256"));
+    Require(AuthorityKey && Key, "keys");
+    const TCertificate Authority = MakeCertificate(Options, AuthorityKey.get(), nullptr, AuthorityKey.get());
+    const TCertificate Own = MakeCertificate(Options, Key.get(), Authority.get(), AuthorityKey.get());
+    CAFile = (std::filesystem::temp_directory_path() / "fault_server_ca_XXXXXX").string();
+    const int Descriptor = mkstemp(CAFile.data());
+    Require(Descriptor >= 0, "file for the authority");
+    std::FILE* const File = fdopen(Descriptor, "w");
+    PEM_write_X509(File, Authority.get());
+    std::fclose(File);
+    SSL_CTX* const Context = FContext.get();
+    SSL_CTX_set_security_level(Context, 0);
+    SSL_CTX_set_max_proto_version(Context, Options.MaxTLSVersion);
+    SSL_CTX_set_session_id_context(Context, reinterpret_cast<const unsigned char*>("fault"), 5);
+    Require(SSL_CTX_use_certificate(Context, Own.get()) && SSL_CTX_use_PrivateKey(Context, Key.get()), "certificate");
+    FAcceptor = std::thread([this] { Accept(); });
+  }
+  ~TFaultServer() {
+    FStopping = true;
+    FAcceptor.join();
+    for (std::thread& Thread : FThreads) Thread.join();
+    std::remove(CAFile.c_str());
+  }
 
-  int Port() const { return FPort; }
-  /// PEM file with the certificate of the server's own authority.
-  const std::string& CAFile() const { return FCAFile; }
-  int Connections() const { return FConnections; }
-  int ResumedSessions() const { return FResumed; }
-  /// Requests of which at least one byte arrived.
-  int Requests() const { return FRequests; }
+  int Port() const { return FListener.Port; }
   /// Requests as they came, headers and body.
-  std::vector<std::string> Received() const;
+  std::vector<std::string> Received() const {
+    const std::scoped_lock Lock(FMutex);
+    return FReceived;
+  }
+
+  std::string CAFile;  ///< PEM file with the certificate of the server's own authority
+  std::atomic<int> Connections = 0, ResumedSessions = 0;
+  std::atomic<int> Requests = 0;  ///< of which at least one byte arrived
 
  private:
-  struct TTLS;
-  void Accept();
-  void Serve(int Socket);
-  bool ServeRequest(void* Connection, int Socket, bool IsFirst);
-  TStep NextStep();
-  void Cut(void* Connection, int Socket, TCut Cut);
+  using TKey = std::unique_ptr<EVP_PKEY, TFree<EVP_PKEY_free>>;
+  using TCertificate = std::unique_ptr<X509, TFree<X509_free>>;
+
+  // Issued by `Issuer`, or by itself as an authority.
+  static TCertificate MakeCertificate(const TServerOptions& Options, EVP_PKEY* Key, X509* Issuer, EVP_PKEY* IssuerKey) {
+    TCertificate Result(X509_new());
+    X509* const Certificate = Result.get();
+    X509_set_version(Certificate, 2);
+    ASN1_INTEGER_set(X509_get_serialNumber(Certificate), Issuer ? 2 : 1);
+    X509_gmtime_adj(X509_getm_notBefore(Certificate), (Issuer ? Options.ValidFromDay : -30) * 86'400L);
+    X509_gmtime_adj(X509_getm_notAfter(Certificate), (Issuer ? Options.ValidToDay : 30) * 86'400L);
+    X509_set_pubkey(Certificate, Key);
+    const std::string Name = Issuer ? Options.Name : "Test authority";
+    X509_NAME_add_entry_by_txt(X509_get_subject_name(Certificate), "CN", MBSTRING_UTF8,
+                               reinterpret_cast<const unsigned char*>(Name.c_str()), -1, -1, 0);
+    X509_set_issuer_name(Certificate, X509_get_subject_name(Issuer ? Issuer : Certificate));
+    const std::unique_ptr<X509_EXTENSION, TFree<X509_EXTENSION_free>> Extension(
+        X509V3_EXT_conf_nid(nullptr, nullptr, Issuer ? NID_subject_alt_name : NID_basic_constraints,
+                            Issuer ? ("DNS:" + Options.Name).c_str() : "critical,CA:TRUE"));
+    Require(Extension && X509_add_ext(Certificate, Extension.get(), -1), "extension");
+    Require(X509_sign(Certificate, IssuerKey, EVP_sha256()) > 0, "signature");
+    return Result;
+  }
+
+  TStep NextStep() {
+    const std::scoped_lock Lock(FMutex);
+    return FNextStep < FSteps.size() ? FSteps[FNextStep++] : TStep{};
+  }
+
+  void Accept() {
+    sigset_t Signals;  // blocked only here: a client that dies of SIGPIPE must be seen
+    sigemptyset(&Signals);
+    sigaddset(&Signals, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &Signals, nullptr);
+    for (pollfd Listener{FListener.Socket, POLLIN, 0}; !FStopping;) {
+      if (poll(&Listener, 1, 2) <= 0) continue;
+      const int Socket = accept4(FListener.Socket, nullptr, nullptr, SOCK_CLOEXEC);
+      if (Socket < 0) continue;
+      ++Connections;
+      FThreads.emplace_back([this, Socket] { Serve(Socket); });
+    }
+  }
+
+  void Serve(int Socket) {
+    const timeval Patience{5, 0};
+    setsockopt(Socket, SOL_SOCKET, SO_RCVTIMEO, &Patience, sizeof Patience);
+    setsockopt(Socket, SOL_SOCKET, SO_SNDTIMEO, &Patience, sizeof Patience);
+    const int AtOnce = 1;
+    setsockopt(Socket, IPPROTO_TCP, TCP_NODELAY, &AtOnce, sizeof AtOnce);
+    const std::unique_ptr<SSL, TFree<SSL_free>> Connection(SSL_new(FContext.get()));
+    SSL_set_fd(Connection.get(), Socket);
+    for (bool IsFirst = true; ServeRequest(Connection.get(), Socket, IsFirst);) IsFirst = false;
+    close(Socket);
+  }
+
+  bool ServeRequest(SSL* Connection, int Socket, bool IsFirst) {
+    TStep Step;
+    const auto IsCut = [&](TStage Stage) {
+      if (Step.Stage != Stage) return false;
+      if (Step.Cut == TCut::Farewell) SSL_shutdown(Connection);
+      const linger Reset{1, 0};
+      if (Step.Cut == TCut::Reset) setsockopt(Socket, SOL_SOCKET, SO_LINGER, &Reset, sizeof Reset);
+      return true;
+    };
+    if (IsFirst) {
+      Step = NextStep();
+      if (IsCut(TStage::BeforeHandshake) || SSL_accept(Connection) != 1) return false;
+      ResumedSessions += SSL_session_reused(Connection);
+      if (IsCut(TStage::AfterHandshake)) return false;
+    }
+    // Waits in small portions, so that the server can be stopped.
+    for (pollfd Wait{Socket, POLLIN, 0}; SSL_pending(Connection) == 0 && poll(&Wait, 1, 2) == 0;)
+      if (FStopping) return false;
+
+    std::string Request;
+    for (char Byte = 0; !Request.ends_with("\r\n\r\n"); Request += Byte) {
+      if (SSL_read(Connection, &Byte, 1) != 1) return false;
+      if (Request.empty()) ++Requests;
+    }
+    if (!IsFirst) Step = NextStep();
+    if (IsCut(TStage::AfterHeaders)) return false;
+    const std::size_t Length = Request.find("Content-Length: ");
+    std::size_t Left = Length == std::string::npos ? 0 : std::strtoul(Request.c_str() + Length + 16, nullptr, 10);
+    for (std::vector<char> Buffer(16'384); Left > 0;) {
+      const int Count = SSL_read(Connection, Buffer.data(), static_cast<int>(std::min(Left, Buffer.size())));
+      if (Count <= 0) return false;
+      Request.append(Buffer.data(), static_cast<std::size_t>(Count));
+      Left -= static_cast<std::size_t>(Count);
+    }
+    {
+      const std::scoped_lock Lock(FMutex);
+      FReceived.push_back(Request);
+    }
+    if (IsCut(TStage::AfterRequest)) return false;
+    for (int Waited = 0; Waited < Step.DelayMilliseconds && !FStopping; Waited += 10)
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    if (SSL_write(Connection, Step.Answer.data(), static_cast<int>(Step.Answer.size())) <= 0) return false;
+    return !IsCut(TStage::AfterAnswer);
+  }
 
   mutable std::mutex FMutex;
   std::vector<TStep> FSteps;
   std::vector<std::string> FReceived;
   std::vector<std::thread> FThreads;
   std::size_t FNextStep = 0;
-  std::atomic<int> FConnections = 0, FResumed = 0, FRequests = 0;
   std::atomic<bool> FStopping = false;
-  std::unique_ptr<TTLS> FTLS;
-  std::string FCAFile;
-  int FListener = -1, FPort = 0;
+  const TListener FListener;
+  std::unique_ptr<SSL_CTX, TFree<SSL_CTX_free>> FContext{SSL_CTX_new(TLS_server_method())};
   std::thread FAcceptor;
 };
 

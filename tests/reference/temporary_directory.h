@@ -4,12 +4,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <stdexcept>
-#include <string>
 
 #include "oxSuperAPI/host/uBeamError.h"
 
@@ -19,19 +16,12 @@ namespace oxSuperAPI::tests {
 class TTemporaryDirectory {
  public:
   TTemporaryDirectory() {
-    std::string Name = (std::filesystem::temp_directory_path() / "oxsuper-test-XXXXXX").string();
-    if (!mkdtemp(Name.data())) throw std::runtime_error("no temporary directory");
-    FPath = Name;
+    if (!mkdtemp(FPath.data())) throw std::runtime_error("no temporary directory");
   }
   TTemporaryDirectory(const TTemporaryDirectory&) = delete;
-  TTemporaryDirectory& operator=(const TTemporaryDirectory&) = delete;
-  ~TTemporaryDirectory() {
-    std::error_code Ignored;
-    std::filesystem::remove_all(FPath, Ignored);
-  }
+  ~TTemporaryDirectory() { std::filesystem::remove_all(FPath); }
 
-  std::string operator/(const std::string& Name) const { return (FPath / Name).string(); }
-  const std::filesystem::path& Path() const { return FPath; }
+  std::string operator/(const std::string& Name) const { return FPath + "/" + Name; }
   std::string Write(const std::string& Name, const std::string& Content, mode_t Mode = 0600) const {
     const std::string File = *this / Name;
     std::ofstream(File, std::ios::binary) << Content;
@@ -40,7 +30,7 @@ class TTemporaryDirectory {
   }
 
  private:
-  std::filesystem::path FPath;
+  std::string FPath = (std::filesystem::temp_directory_path() / "oxsuper-test-XXXXXX").string();
 };
 
 inline std::string ReadFile(const std::string& Name) {
@@ -55,14 +45,11 @@ inline mode_t ModeOf(const std::string& Name) {
 }
 
 /// What `Action` raises, "" when it raises nothing; an exception that is no TBeamError fails the test.
-template <class Action>
-std::string ErrorOf(Action Run) {
-  try {
-    Run();
-  } catch (const TBeamError& Error) {
-    return Error.what();
-  }
+std::string ErrorOf(auto Run) try {
+  Run();
   return {};
+} catch (const TBeamError& Error) {
+  return Error.what();
 }
 
 inline bool Holds(const std::string& Text, const std::string& Piece) {

@@ -1,26 +1,18 @@
 #include "oxSuperAPI/reference/xml_pugixml.h"
 
-#include <gtest/gtest.h>
+#include "temporary_directory.h"
 
 namespace oxSuperAPI::tests {
 namespace {
 
-TEST(XMLDocument, FindsChildrenAndAttributesByExactName) {
+TEST(XMLDocument, FindsChildrenAttributesAndAllTextOfAnElement) {
   const TXMLDocument Document(
       R"(<?xml version="1.0"?><!-- x --><r a="1" A=" 2 "><b>first</b><b c="&quot;&#233;"/><B/></r>)");
   const TXMLNode& Root = Document.Root();
-  EXPECT_EQ(Root.Child("b")->Text(), "first");
-  EXPECT_EQ(Root.Child("c"), nullptr);
-  EXPECT_EQ(Root.Child(""), nullptr);
+  EXPECT_EQ(Root.Child("b")->Text() + Root.Attribute("a")->Text() + Root.Attribute("A")->Text(), "first1 2 ");
   EXPECT_NE(Root.Child("B"), Root.Child("b"));
-  EXPECT_EQ(Root.Attribute("a")->Text(), "1");
-  EXPECT_EQ(Root.Attribute("A")->Text(), " 2 ");
-  EXPECT_EQ(Root.Attribute("b"), nullptr);
-  EXPECT_EQ(Root.Attribute("a")->Child("a"), nullptr);
-  EXPECT_EQ(Root.Attribute("a")->Attribute("a"), nullptr);
-}
-
-TEST(XMLDocument, JoinsAllTextOfAnElement) {
+  EXPECT_FALSE(Root.Child("c") || Root.Child("") || Root.Attribute("b") || Root.Attribute("a")->Child("a") ||
+               Root.Attribute("a")->Attribute("a"));
   const struct {
     std::string XML, Text;
   } Cases[] = {
@@ -36,17 +28,15 @@ TEST(XMLDocument, JoinsAllTextOfAnElement) {
 
 TEST(XMLDocument, KeepsHandedOutNodesAsLongAsItself) {
   std::string XML = "<r>";
-  for (int Index = 0; Index < 1000; ++Index)
-    XML += "<n" + std::to_string(Index) + " a=''>x</n" + std::to_string(Index) + ">";
+  for (int Index = 0; Index < 1000; ++Index) XML += "<n" + std::to_string(Index) + " a=''/>";
   TXMLDocument First(XML + "</r>");
   const TXMLNode* const Root = &First.Root();
   const TXMLNode* const Node = Root->Child("n0");
-  for (int Index = 0; Index < 1000; ++Index)
-    ASSERT_NE(Root->Child("n" + std::to_string(Index))->Attribute("a"), nullptr);
+  for (int Index = 0; Index < 1000; ++Index) ASSERT_TRUE(Root->Child("n" + std::to_string(Index))->Attribute("a"));
   const TXMLDocument Moved = std::move(First);
   EXPECT_EQ(&Moved.Root(), Root);
   EXPECT_EQ(Root->Child("n0"), Node);
-  EXPECT_EQ(Node->Text(), "x");
+  EXPECT_EQ(Node->Text(), "");
 }
 
 TEST(XMLDocument, TakesAnyDepth) {
@@ -58,30 +48,11 @@ TEST(XMLDocument, TakesAnyDepth) {
 }
 
 TEST(XMLDocument, RefusesWhatIsNotOneElementAndSaysWhere) {
-  const std::string Texts[] = {"",
-                               " ",
-                               "text",
-                               "<a>",
-                               "<a></b>",
-                               "<a b></a>",
-                               "<a/><b/>",
-                               "<a/>x",
-                               "x<a/>",
-                               "<a",
-                               "<a><!--",
-                               "<!DOCTYPE",
-                               "{}",
-                               std::string("<a>\0</a>", 8),
-                               "<a b=\"1></a>",
-                               "<a/>&#65;"};
-  for (const std::string& Text : Texts) {
-    try {
-      const TXMLDocument Document(Text);
-      ADD_FAILURE() << Text;
-    } catch (const TBeamError& Error) {
-      EXPECT_NE(std::string(Error.what()).find(" at byte "), std::string::npos) << Error.what();
-    }
-  }
+  for (const std::string& Text :
+       {std::string("<a>\0</a>", 8), std::string(" "), std::string("text"), std::string("<a>"), std::string("<a></b>"),
+        std::string("<a b></a>"), std::string("<a/><b/>"), std::string("<a/>x"), std::string("x<a/>"),
+        std::string("<a><!--"), std::string("<!DOCTYPE"), std::string("<a b=\"1></a>"), std::string("<a/>&#65;")})
+    EXPECT_ERROR(TXMLDocument{Text}, " at byte ") << Text;
 }
 
 }  // namespace
