@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
+#include <future>
 #include <memory>
 #include <string>
 
@@ -26,9 +29,9 @@ using tests::ReadFile;
 /// A payroll office: a directory with a configuration, the tool, and a sandbox that runs as long as the office lives.
 class TPayrollOffice {
  public:
-  TPayrollOffice() {
+  explicit TPayrollOffice(const std::string& StartOptions = {}) {
     Run("init --sandbox");
-    Run("sandbox start --lifetime 300 --program " BEAM_SANDBOX);
+    Run("sandbox start --lifetime 300 --program " BEAM_SANDBOX " " + StartOptions);
     const TReferenceConfig Config = ReadConfig(ConfigFile());
     THTTPCurlOptions Options;
     Options.CAFile = Config.http.ca_file.string();
@@ -55,10 +58,13 @@ class TPayrollOffice {
   const std::string& Everything() const { return FEverything; }
 
   /// How the sandbox treats the next request that fits.
-  void Preset(const std::string& Json) {
+  void Preset(const std::string& Json) { Control("presets", Json); }
+  /// Posts to the sandbox's control path.
+  void Control(const std::string& Path, const std::string& Json) {
     TStringList Details, Answer, Body;
     Body.Add(Json);
-    ASSERT_EQ(200, FControl->httpNetPost("https://localhost/__sandbox/presets", {}, Body, Details, Answer));
+    ASSERT_EQ(200, FControl->httpNetPost("https://localhost/__sandbox/" + Path, {}, Body, Details, Answer))
+        << Answer.Text();
   }
   /// How many requests for this path the sandbox has seen.
   std::size_t Count(const std::string& PathSeen) {
@@ -76,5 +82,28 @@ class TPayrollOffice {
   std::unique_ptr<THTTPCurl> FControl;
   std::string FEverything;
 };
+
+/// The value of a member of the tool's JSON, which stands on a line of its own.
+inline std::string Member(const std::string& Document, const std::string& Name) {
+  const std::size_t At = Document.find("\"" + Name + "\": ");
+  if (At == std::string::npos) return "";
+  std::string Value = Document.substr(At + Name.size() + 4);
+  Value = Value.substr(0, Value.find_first_of(",\n"));
+  if (Value.starts_with('"')) Value = Value.substr(1, Value.size() - 2);
+  return Value;
+}
+
+/// Runs a command and interrupts it as soon as it is `Ready` for it.
+template <class Condition>
+TOutcome Interrupt(TPayrollOffice& Office, const std::string& Arguments, Condition Ready) {
+  const std::string PidFile = Office.Path("pid");
+  auto Running = std::async(std::launch::async,
+                            [&] { return Office.Run(Arguments, "sh -c 'echo $$ >" + PidFile + "; exec \"$@\"' sh "); });
+  const auto End = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  const auto Runs = [&] { return Running.wait_for(std::chrono::milliseconds(50)) == std::future_status::timeout; };
+  while (Runs() && !Ready() && std::chrono::steady_clock::now() < End) continue;
+  if (Runs()) ::kill(std::stoi(ReadFile(PidFile)), SIGINT);
+  return Running.get();
+}
 
 }  // namespace oxSuperAPI

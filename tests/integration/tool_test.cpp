@@ -1,11 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <csignal>
-#include <future>
 #include <memory>
 #include <sstream>
-#include <thread>
 
 #include "payroll_office.h"
 
@@ -14,16 +10,6 @@ namespace {
 
 const std::string PayRun = SOURCE_DIR "/examples/payrun.csv";
 constexpr const char* SubmitPath = "/clearing-house/submit";
-
-/// The value of a member of the tool's JSON, which stands on a line of its own.
-std::string Member(const std::string& Document, const std::string& Name) {
-  const std::size_t At = Document.find("\"" + Name + "\": ");
-  if (At == std::string::npos) return "";
-  std::string Value = Document.substr(At + Name.size() + 4);
-  Value = Value.substr(0, Value.find_first_of(",\n"));
-  if (Value.starts_with('"')) Value = Value.substr(1, Value.size() - 2);
-  return Value;
-}
 
 /// An activated office; one sandbox for all tests.
 class Tool : public testing::Test {
@@ -157,24 +143,15 @@ TEST_F(Tool, SendsOnceWhenTwoSubmitAtTheSameTime) {
   EXPECT_EQ(1u, Office->Count(SubmitPath) - Before);
 }
 
-/// Runs a command and interrupts it as soon as the sandbox has its request.
-TOutcome Interrupt(TPayrollOffice& Office, const std::string& Arguments, const std::string& Path) {
-  const std::size_t Before = Office.Count(Path);
-  const std::string PidFile = Office.Path("pid");
-  auto Running = std::async(std::launch::async,
-                            [&] { return Office.Run(Arguments, "sh -c 'echo $$ >" + PidFile + "; exec \"$@\"' sh "); });
-  const auto End = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-  while (Office.Count(Path) == Before && std::chrono::steady_clock::now() < End)
-    std::this_thread::sleep_for(std::chrono::milliseconds(50));
-  ::kill(std::stoi(ReadFile(PidFile)), SIGINT);
-  return Running.get();
-}
-
 TEST_F(Tool, LetsAnInterruptWaitOnlyForASubmissionUnderWay) {
+  const auto OnceSent = [](const std::string& Command, const std::string& Path) {
+    const std::size_t Before = Office->Count(Path);
+    return Interrupt(*Office, Command, [&] { return Office->Count(Path) > Before; });
+  };
   Office->Preset(R"({"path":"/clearing-house/healthcheck","delayMs":5000})");
-  EXPECT_EQ(130, Interrupt(*Office, "ping", "/clearing-house/healthcheck").Exit);
+  EXPECT_EQ(130, OnceSent("ping", "/clearing-house/healthcheck").Exit);
   Office->Preset(R"({"path":"/clearing-house/submit","delayMs":2000})");
-  const TOutcome Submitted = Interrupt(*Office, "batch submit " + PayRun, SubmitPath);
+  const TOutcome Submitted = OnceSent("batch submit " + PayRun, SubmitPath);
   EXPECT_EQ(0, Submitted.Exit) << Submitted.Error;
   EXPECT_TRUE(Holds(Submitted.Error, "Interrupt again")) << Submitted.Error;
 }

@@ -1,16 +1,11 @@
 #include "batch_answer.h"
 
-#include <cmath>
 #include <map>
 
 #include "oxSuperAPI/foundation/uBeamText.h"
 
 namespace oxSuperAPI {
 namespace {
-
-std::int64_t Cents(double Dollars) {
-  return static_cast<std::int64_t>(std::llround(Dollars * 100));
-}
 
 std::string Account(const TBeamBankAccount& Account) {
   if (Account.BSB.empty() && Account.accountNumber.empty()) return "";
@@ -51,10 +46,10 @@ void PrintAnswer(const TBeamContributionResponse& Answer, const TBeamContributio
   TTable Payments({"Pay to", ">Amount", "Reference", "How", "Account or biller"});
   std::int64_t Total = 0;
   ForEachPayment(Answer, [&](const TBeamSuperPayment& Payment) {
-    Total += Cents(Payment.amount);
+    Total += CentsOf(Payment.amount);
     Payments.Add(
         {Payment.organisationName.empty() ? Payment.ABN : Payment.organisationName,
-         FormatDollars(Cents(Payment.amount)),
+         FormatDollars(CentsOf(Payment.amount)),
          Payment.paymentReferenceNumber.empty() ? Payment.customerReferenceNumber : Payment.paymentReferenceNumber,
          Payment.paymentType, Payment.billerCode.empty() ? Account(Payment.account) : "biller " + Payment.billerCode});
   });
@@ -85,7 +80,7 @@ TJSONObject AnswerDocument(const TBeamContributionResponse& Answer) {
     AddText(Entry, "abn", Payment.ABN);
     AddText(Entry, "usi", Payment.USI);
     AddText(Entry, "organisationName", Payment.organisationName);
-    AddDollars(Entry, "amount", Cents(Payment.amount));
+    AddDollars(Entry, "amount", CentsOf(Payment.amount));
     AddText(Entry, "paymentType", Payment.paymentType);
     AddText(Entry, "paymentReferenceNumber", Payment.paymentReferenceNumber);
     AddText(Entry, "customerReferenceNumber", Payment.customerReferenceNumber);

@@ -1,24 +1,15 @@
 #include "batch_file.h"
 
-#include <fstream>
-#include <iterator>
-
 #include "journal.h"
 #include "output.h"
 #include "payrun/columns.h"
 #include "payrun/json_batch.h"
+#include "text_file.h"
 
 namespace oxSuperAPI {
 namespace {
 
 constexpr const char* SeverityNames[] = {"error", "warning", "remark"};
-
-std::string ReadWholeFile(const std::string& Name) {
-  std::ifstream File(Name, std::ios::binary);
-  std::string Text((std::istreambuf_iterator<char>(File)), {});
-  if (!File.good() && Text.empty()) throw TToolError(exitFailed, "Cannot read the file " + Name);
-  return Text;
-}
 
 TPayRunOptions OptionsFor(const TBatchOptions& Options, const TBatchConfig& Config) {
   TPayRunOptions Result;

@@ -1,5 +1,6 @@
 #include "display_mask.h"
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -11,8 +12,11 @@ namespace {
 constexpr std::string_view Mark = "(hidden)";
 
 /// What stands before a value, in lower case. A value of JSON or of a form follows a quote, a colon or an equals sign.
-constexpr std::array<std::string_view, 6> Keys{"access_token", "refresh_token", "id_token",
-                                               "\"pin\"",      "taxfilenumber", "client_secret"};
+/// "token" is the one of a participant's sign-up. What a response says about an element of a batch may be a tax file
+/// number: the pair's name "elementvalue" is followed by its value, in the payload's text with escaped quotes.
+constexpr std::array<std::string_view, 9> Keys{"access_token", "refresh_token",           "id_token",
+                                               "\"pin\"",      "taxfilenumber",           "client_secret",
+                                               "\"token\"",    R"(elementvalue","value)", R"(elementvalue\",\"value)"};
 constexpr std::string_view Bearer = "bearer ";
 
 bool IsOneOf(char Each, std::string_view List) {
@@ -21,6 +25,8 @@ bool IsOneOf(char Each, std::string_view List) {
 
 /// The end of the value that begins at `At`: of a quoted one its closing quote, of a bare one the next delimiter.
 std::size_t EndOfValue(std::string_view Text, std::size_t At, bool Quoted) {
+  // Inside a JSON string the opening quote was escaped, and so is the closing one.
+  if (Quoted && At >= 2 && Text[At - 2] == '\\') return std::min(Text.find(R"(\")", At), Text.size());
   for (; At < Text.size(); ++At) {
     if (Quoted && Text[At] == '\\') {
       ++At;

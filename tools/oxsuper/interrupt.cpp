@@ -58,6 +58,11 @@ void DeferInterrupt() {
   Deferred = 1;
 }
 
+void ResumeInterrupt() {
+  Deferred = 0;
+  if (Interrupts) ::_exit(exitInterrupted);
+}
+
 std::string ReadSecretLine(const std::string& Prompt) {
   const bool OnTerminal = ::isatty(STDIN_FILENO) == 1;
   std::string Line;

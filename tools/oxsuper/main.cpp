@@ -37,9 +37,9 @@ int Main(int argc, char** argv) {
   App.require_subcommand(1);
   App.fallthrough();  // --json and --config may also follow the command
   const TCommandLine Line{App, Chosen};
-  for (const auto Add :
-       {AddInitCommand, AddConfigCommand, AddSandboxCommand, AddStatusCommand, AddPingCommand, AddRegisterCommand,
-        AddActivateCommand, AddReissueCommand, AddOptCommands, AddBatchCommand, AddLogCommand})
+  for (const auto Add : {AddInitCommand, AddConfigCommand, AddSandboxCommand, AddStatusCommand, AddPingCommand,
+                         AddRegisterCommand, AddActivateCommand, AddReissueCommand, AddOptCommands, AddBatchCommand,
+                         AddParticipantCommand, AddNotificationsCommand, AddFundsCommand, AddLogCommand})
     Add(Line);
   try {
     App.parse(argc, argv);

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -77,6 +78,11 @@ std::size_t DisplayWidth(std::string_view Text) {
   return Width;
 }
 
+std::int64_t CentsOf(double Dollars) {
+  constexpr double Most = 9e15;  // far from the ends of the type, and every whole number up to it is a double
+  return std::isnan(Dollars) ? 0 : std::llround(std::clamp(Dollars * 100, -Most, Most));
+}
+
 std::string FormatDollars(std::int64_t Cents) {
   std::string Text = FormatCents(std::abs(Cents));
   for (std::size_t At = Text.size() - 3; At > 3; At -= 3) Text.insert(At - 3, ",");
@@ -100,7 +106,17 @@ void TTable::Add(std::vector<std::string> Cells) {
   FRows.push_back(std::move(Cells));
 }
 
-std::string TTable::Line(const std::vector<std::string>& Cells, const std::vector<std::size_t>& Widths) const {
+TTable::TWidths TTable::Widths() const {
+  TWidths Result(FPrinted);
+  Result.resize(FHeaders.size());
+  for (std::size_t Column = 0; Column < FHeaders.size(); ++Column) {
+    Result[Column] = std::max(Result[Column], DisplayWidth(FHeaders[Column]));
+    for (const auto& Row : FRows) Result[Column] = std::max(Result[Column], DisplayWidth(Row[Column]));
+  }
+  return Result;
+}
+
+std::string TTable::Line(const std::vector<std::string>& Cells, const TWidths& Widths) const {
   std::string Result;
   for (std::size_t Column = 0; Column < Cells.size(); ++Column) {
     const std::string Padding(Widths[Column] - DisplayWidth(Cells[Column]), ' ');
@@ -112,15 +128,19 @@ std::string TTable::Line(const std::vector<std::string>& Cells, const std::vecto
 
 void TTable::Print(std::size_t Indent) const {
   if (IsEmpty()) return;
-  std::vector<std::size_t> Widths;
-  for (std::size_t Column = 0; Column < FHeaders.size(); ++Column) {
-    std::size_t Width = DisplayWidth(FHeaders[Column]);
-    for (const auto& Row : FRows) Width = std::max(Width, DisplayWidth(Row[Column]));
-    Widths.push_back(Width);
-  }
+  const TWidths Columns = Widths();
   const std::string Margin(Indent, ' ');
-  PrintLine(Margin + Line(FHeaders, Widths));
-  for (const auto& Row : FRows) PrintLine(Margin + Line(Row, Widths));
+  PrintLine(Margin + Line(FHeaders, Columns));
+  for (const auto& Row : FRows) PrintLine(Margin + Line(Row, Columns));
+}
+
+void TTable::PrintOn() {
+  if (IsEmpty()) return;
+  const TWidths Columns = Widths();
+  if (FPrinted.empty()) PrintLine(Line(FHeaders, Columns));
+  for (const auto& Row : FRows) PrintLine(Line(Row, Columns));
+  FPrinted = Columns;
+  FRows.clear();
 }
 
 TProgress::TProgress(std::string_view Text) : FShown(::isatty(STDERR_FILENO) == 1) {

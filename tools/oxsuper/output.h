@@ -23,6 +23,8 @@ std::string Printable(std::string_view Text, bool Multiline = false);
 /// Columns that the text takes on a terminal.
 std::size_t DisplayWidth(std::string_view Text);
 
+/// Whole cents of dollars as the service sends them; what does not fit is the nearest that does.
+std::int64_t CentsOf(double Dollars);
 /// "1,234.50" of 123450.
 std::string FormatDollars(std::int64_t Cents);
 /// "1 batch", "3 batches": `Plural` stands for the whole word when it does not just add an "s".
@@ -37,13 +39,20 @@ class TTable {
   bool IsEmpty() const { return FRows.empty(); }
   /// Nothing at all when there is no row.
   void Print(std::size_t Indent = 0) const;
+  /// Prints the rows added since the last time and forgets them, for a table that goes on: the headers come once, and
+  /// no column gets narrower.
+  void PrintOn();
 
  private:
-  std::string Line(const std::vector<std::string>& Cells, const std::vector<std::size_t>& Widths) const;
+  using TWidths = std::vector<std::size_t>;
+  /// Of the headers, the rows and what was printed before.
+  TWidths Widths() const;
+  std::string Line(const std::vector<std::string>& Cells, const TWidths& Widths) const;
 
   std::vector<std::string> FHeaders;
   std::vector<bool> FRight;
   std::vector<std::vector<std::string>> FRows;
+  TWidths FPrinted;  ///< the widths of what stands on the screen; empty before the first row
 };
 
 /// A line on standard error while a request is under way, on a terminal only; gone when it is over.

@@ -82,6 +82,14 @@ TToolError TSession::Refusal(const std::string& What, const std::string& Message
   return {Exit, What + " failed: " + Reason + Answer + (Doubtful ? "\n" + std::string(UnknownAdvice) : "")};
 }
 
+TToolError TSession::NotUnderstood(const std::string& What) const {
+  const TSentRequest* Request = LastRequest();
+  const bool Doubtful = Request && Request->Changes;
+  return {Doubtful ? exitOutcomeUnknown : exitServiceFailure,
+          What + " was answered, and the answer is not understood (\"oxsuper log list\" has it)." +
+              (Doubtful ? " " + std::string(UnknownAdvice) : "")};
+}
+
 void TSession::NeedCustomerToken() {
   TBeamSuperGlobal& Global = TBeamSuperGlobal::BeamSuperGlobal();
   const TBeamSuperStatus Status = Global.GetBeamSuperStatus();

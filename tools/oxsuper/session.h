@@ -42,6 +42,9 @@ class TSession {
   TToolError Refusal(const std::string& What, const std::string& Message, const std::string& Error,
                      const std::string& Status) const;
 
+  /// Of an answer with status 200 that does not say what it has to say.
+  TToolError NotUnderstood(const std::string& What) const;
+
   /// Raises TToolError (not authenticated) unless the customer is activated and the service gives it a token.
   void NeedCustomerToken();
 

@@ -1,5 +1,3 @@
-#include <cmath>
-
 #include "commands/batch.h"
 #include "journal.h"
 #include "output.h"
@@ -56,7 +54,7 @@ TExit AskService(const TToolOptions& Options, TSession& Session, const std::stri
                                  Status);
   });
   if (!Known) throw Session.Refusal("The question", Message, Error, Status);
-  const auto Cents = static_cast<std::int64_t>(std::llround(Total * 100));
+  const std::int64_t Cents = CentsOf(Total);
   if (Options.Json) {
     TJSONObject Document;
     AddText(Document, "processId", ProcessId);

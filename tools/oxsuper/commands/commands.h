@@ -26,6 +26,9 @@ void AddActivateCommand(TCommandLine Line);
 void AddReissueCommand(TCommandLine Line);
 void AddOptCommands(TCommandLine Line);
 void AddBatchCommand(TCommandLine Line);
+void AddParticipantCommand(TCommandLine Line);
+void AddNotificationsCommand(TCommandLine Line);
+void AddFundsCommand(TCommandLine Line);
 void AddLogCommand(TCommandLine Line);
 
 /// Chooses `Run` when `Command` stands on the command line. `Options` are filled by then.

@@ -1,11 +1,9 @@
 #include "payrun/json_batch.h"
 
-#include <algorithm>
-#include <charconv>
 #include <cmath>
-#include <set>
 
 #include "oxSuperAPI/foundation/uBeamAPIHelper.h"
+#include "payrun/losses.h"
 
 namespace oxSuperAPI {
 namespace {
@@ -52,36 +50,11 @@ void CheckAllMembers(const TJSONObject& Root, TPayRun& Run) {
   }
 }
 
-bool IsZero(const std::string& Text) {
-  double Number = 1;
-  const auto [End, Problem] = std::from_chars(Text.data(), Text.data() + Text.size(), Number);
-  return Problem == std::errc() && End == Text.data() + Text.size() && std::abs(Number) < 0.01;
-}
-
-/// The paths of all values that say something: not empty, not zero.
-void CollectPaths(const TJSONValue& Value, const std::string& Path, std::set<std::string>& Paths) {
-  if (const TJSONObject* Object = Value.AsObject()) {
-    for (const TJSONPair& Member : Object->Members())
-      CollectPaths(Member.Value, Path.empty() ? Member.Name : Path + "." + Member.Name, Paths);
-  } else if (const TJSONArray* Array = Value.AsArray()) {
-    for (std::size_t Index = 0; Index < Array->Count(); ++Index)
-      CollectPaths(*Array->At(Index), Path + "[" + std::to_string(Index) + "]", Paths);
-  } else {
-    const std::string* Text = Value.AsString();
-    const TJSONNumber* Number = Value.AsNumber();
-    const bool Silent =
-        Value.IsNull() || (Text && (Text->empty() || IsZero(*Text))) || (Number && IsZero(Number->Text));
-    if (!Silent) Paths.insert(Path);
-  }
-}
-
 /// What stands in the file and is gone once the batch is written again.
 void ListLosses(const TJSONValue& File, const TBeamContributionDetail& Detail, TPayRun& Run) {
-  std::set<std::string> Before, After;
-  CollectPaths(File, "", Before);
-  CollectPaths(TJSONValue(std::move(*Detail.GetAsJsonObject())), "", After);
-  for (const std::string& Path : Before)
-    if (!After.contains(Path) && !Path.starts_with("identifier.")) Run.NotSent.push_back({0, Path, {}});
+  const TJSONValue Written(std::move(*Detail.GetAsJsonObject()));
+  for (const std::string& Path : LostPaths(SaidValues(File), SaidValues(Written)))
+    if (!Path.starts_with("identifier.")) Run.NotSent.push_back({0, Path, {}});
 }
 
 }  // namespace
