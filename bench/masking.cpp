@@ -1,70 +1,73 @@
-// Is the cost of masking a log text linear in its length and in the number of matches? Each text is twice as long as
-// the one before it, so each time may be at most twice the one before.
-#include <benchmark/benchmark.h>
-
-#include <cstdio>
-#include <map>
+// Masking a log text, in place, beside a copy of the same size.
+#include <cstring>
+#include <optional>
 #include <string>
 
+#include "batch_generator.h"
+#include "groups.h"
 #include "oxSuperAPI/session/uBeamMasking.h"
+
+namespace bench {
 
 namespace {
 
-constexpr std::int64_t SmallestKB = 512;
-constexpr std::int64_t LargestKB = 16 * 1024;
-constexpr double Goal = 2.0;
-constexpr double Noise = 1.25;  // what two runs of the same work may differ by on a busy machine
+constexpr std::size_t MB = 1'000'000;
 
-std::string TextFullOfMatches(std::int64_t KB) {
+/// A batch's text, repeated to the size. With `Every`, a credential stands behind so many bytes.
+std::string LogText(std::size_t Size, std::size_t Every = 0) {
+  static const std::string Batch = ToRecords(GenerateBatch(1'000))->GetAsJsonString();
+  constexpr std::string_view Credential = R"({"clientSecret": "0f8fad5b-d9cb-469f-a165-70867728950e"},)";
   std::string Text;
-  while (Text.size() < static_cast<std::size_t>(KB) * 1024)
-    Text += R"({"clientId": "0f8fad5b-d9cb-469f", "clientSecret": "s3cr3t-w0rd", "uuid": "KEY-15001"},)";
+  Text.reserve(Size);
+  for (std::size_t From = 0; Text.size() < Size; From += Every) {
+    if (Every == 0)
+      Text.append(Batch, 0, Size - Text.size());
+    else
+      Text.append(Batch, From % (Batch.size() - Every), Every - Credential.size()).append(Credential);
+  }
   return Text;
 }
 
-void Hide(benchmark::State& State) {
-  const std::string Text = TextFullOfMatches(State.range(0));
-  for (auto _ : State) benchmark::DoNotOptimize(oxSuperAPI::HideCredentials(Text));
-  State.SetBytesProcessed(static_cast<std::int64_t>(State.iterations() * Text.size()));
+/// The texts that are masked are the same in every round: each is made anew, untimed, from its pattern.
+void Hide(benchmark::State& State, const std::string& Pattern) {
+  std::string Text = Pattern;
+  for (auto _ : State) {
+    State.PauseTiming();
+    Text = Pattern;
+    State.ResumeTiming();
+    Text = oxSuperAPI::HideCredentials(std::move(Text));
+    benchmark::DoNotOptimize(Text);
+  }
 }
-BENCHMARK(Hide)->RangeMultiplier(2)->Range(SmallestKB, LargestKB);
 
-// Keeps the medians, which arrive in any order, and prints each beside its ratio to the text of half the length.
-class TRatioReporter : public benchmark::BenchmarkReporter {
- public:
-  bool ReportContext(const Context&) override { return true; }
-  void ReportRuns(const std::vector<Run>& Runs) override {
-    for (const Run& One : Runs)
-      if (One.run_type == Run::RT_Aggregate && One.aggregate_name == "median")
-        FMedians[std::stoll(One.run_name.args)] = One.GetAdjustedCPUTime() / 1e6;
-  }
-  /// False when a goal was missed.
-  bool Print() const {
-    bool AllMet = true;
-    std::printf("%-16s %8s %10s %14s %6s\n", "masking", "KB", "median ms", "ratio to half", "goal");
-    for (const auto& [KB, Milliseconds] : FMedians) {
-      std::printf("%-16s %8lld %10.2f", "full of matches", static_cast<long long>(KB), Milliseconds);
-      if (const auto Half = FMedians.find(KB / 2); Half != FMedians.end()) {
-        const double Ratio = Milliseconds / Half->second;
-        const bool Met = Ratio <= Goal * Noise;
-        AllMet = AllMet && Met;
-        std::printf(" %14.2f %6.2f  %s", Ratio, Goal, Ratio <= Goal ? "met" : Met ? "met within noise" : "MISSED");
-      }
-      std::printf("\n");
-    }
-    return AllMet && !FMedians.empty();
-  }
+struct TData {
+  std::string Nothing = LogText(50 * MB);
+  std::string Matches = LogText(50 * MB, 500);
+  std::string Copy = Nothing;
 
- private:
-  std::map<std::int64_t, double> FMedians;
+  TData() {
+    NeedEqual(oxSuperAPI::HideCredentials(Nothing) == Nothing, "masking without a match");
+    const std::string Masked = oxSuperAPI::HideCredentials(Matches);
+    NeedEqual(Masked.find("0f8fad5b") == std::string::npos && Masked.size() == Matches.size(), "masking");
+  }
 };
+std::optional<TData> Data;
+const TGroup Group(
+    "masking", [] { Data.emplace(); }, [] { Data.reset(); });
+
+const auto Nothing = Once("masking/nothing", [](benchmark::State& State) { Hide(State, Data->Nothing); });
+const auto Matches = Once("masking/matches", [](benchmark::State& State) { Hide(State, Data->Matches); });
+const auto Doubling = Once("masking/doubling", [](benchmark::State& State) {
+                        Hide(State, LogText(static_cast<std::size_t>(State.range(0)) * MB, 500));
+                      }) -> RangeMultiplier(2) -> Range(16, 128);
+
+const auto Memcpy = Once("masking/memcpy", [](benchmark::State& State) {
+  for (auto _ : State) {
+    std::memcpy(Data->Copy.data(), Data->Nothing.data(), Data->Nothing.size());
+    benchmark::ClobberMemory();
+  }
+});
 
 }  // namespace
 
-int main(int Count, char** Arguments) {
-  benchmark::Initialize(&Count, Arguments);
-  benchmark::SetDefaultTimeUnit(benchmark::kNanosecond);
-  TRatioReporter Reporter;
-  benchmark::RunSpecifiedBenchmarks(&Reporter);
-  return Reporter.Print() ? 0 : 1;
-}
+}  // namespace bench

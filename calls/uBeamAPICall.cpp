@@ -15,18 +15,23 @@ std::string MethodName(TBeamCallMethod Method) {
 }
 
 // The text without the raw line breaks that stand inside its string literals, where JSON forbids them.
-std::string WithoutBreaksInStrings(const std::string& Text) {
+std::string WithoutBreaksInStrings(std::string_view Text) {
   std::string Result;
   Result.reserve(Text.size());
+  std::size_t Start = 0;  // of what is not copied yet
   bool InString = false;
   bool Escaped = false;
-  for (const char Character : Text) {
-    if (InString && (Character == '\r' || Character == '\n')) continue;
-    Result += Character;
+  for (std::size_t At = 0; At < Text.size(); ++At) {
+    const char Character = Text[At];
+    if (InString && (Character == '\r' || Character == '\n')) {
+      Result += Text.substr(Start, At - Start);
+      Start = At + 1;
+      continue;
+    }
     if (Character == '"' && !Escaped) InString = !InString;
     Escaped = InString && Character == '\\' && !Escaped;
   }
-  return Result;
+  return Result += Text.substr(Start);
 }
 
 }  // namespace
@@ -133,10 +138,11 @@ void TBeamAPICall::Send() {
 }
 
 void TBeamAPICall::ParseResponse() {
-  const std::string Text = ResponseAsStrings().Text();
+  std::string Joined;
+  const std::string_view Text = ResponseAsStrings().Text(Joined);  // an answer in one piece is not copied
   auto Json = ParseJSON(Text);
   // Some answers carry raw line breaks inside their strings: they are dropped, and only then does the text parse.
-  if (!Json && Text.find_first_of("\r\n") != std::string::npos) Json = ParseJSON(WithoutBreaksInStrings(Text));
+  if (!Json && Text.find_first_of("\r\n") != std::string_view::npos) Json = ParseJSON(WithoutBreaksInStrings(Text));
   if (Json && (Json->AsObject() || Json->AsArray())) FJSONResponse = std::move(Json);
 }
 

@@ -1,12 +1,14 @@
 # What `cmake --install` gives, by component: core (headers, library, package files), testing (the fake host), reference
-# (the reference host and the schemas), tool and sandbox (programs, manual pages, completion).
+# (the reference host and the schemas), editor (its Qt forms), tool and sandbox (programs, manual pages, completion).
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/oxSuperAPI)
 
-# Headers that are of no use outside: the library's own, and those that show a third party's types.
-foreach(header uBeamHostAccess uBeamSaveStatement uFakeSQL uFakeNames http_tls_watch toml_file)
-  list(APPEND internal_headers PATTERN ${header}.h EXCLUDE)
+# Headers that are of no use outside: the library's own, and those that show a third party's types. The API reference
+# leaves them out as well.
+file(STRINGS cmake/internal_headers.txt internal_header_names)
+foreach(header IN LISTS internal_header_names)
+  list(APPEND internal_headers PATTERN ${header} EXCLUDE)
 endforeach()
 
 function(oxsuperapi_install_headers folder component)
@@ -39,6 +41,12 @@ if(OXSUPERAPI_REFERENCE)
   set_target_properties(oxsuperapi_reference PROPERTIES OUTPUT_NAME oxSuperAPI-reference)
   oxsuperapi_install_library(oxsuperapi_reference reference reference)
   install(DIRECTORY reference/schema DESTINATION ${CMAKE_INSTALL_DATADIR}/oxSuperAPI COMPONENT reference)
+endif()
+
+if(OXSUPERAPI_EDITOR)
+  oxsuperapi_install_headers(editor editor)
+  set_target_properties(oxsuperapi_editor PROPERTIES OUTPUT_NAME oxSuperAPI-editor)
+  oxsuperapi_install_library(oxsuperapi_editor editor editor)
 endif()
 
 if(OXSUPERAPI_TOOL)

@@ -58,17 +58,12 @@ const TJSONValue* FindMember(TJSONView Json, std::string_view Name) {
   return Member && !Member->IsNull() ? Member : nullptr;
 }
 
-double FloatOf(std::string_view Name, const std::string& Text) {
-  if (const std::optional<double> Value = TryParseFloat(Trim(Text))) return *Value;
-  throw TBeamConversionError(std::string(Name) + " value >" + Text + "< is not a floating point number");
-}
-
 const TJSONValue* FindByNameBelow(TJSONView Json, std::string_view Name, std::size_t Depth) {
   if (Depth == MaxJSONDepth) return nullptr;
   if (Json.Object()) {
     for (const TJSONPair& Member : Json.Object()->Members()) {
-      if (SameText(Trim(Member.Name), Name)) return &Member.Value;
-      if (const TJSONValue* Found = FindByNameBelow(Member.Value, Name, Depth + 1)) return Found;
+      if (SameText(Trim(Member.Name()), Name)) return &Member.Value();
+      if (const TJSONValue* Found = FindByNameBelow(Member.Value(), Name, Depth + 1)) return Found;
     }
   } else if (Json.Array()) {
     for (const TJSONValue& Element : Json.Array()->Elements())
@@ -83,20 +78,46 @@ void ReplaceFirst(std::string& Text, std::string_view Old, std::string_view New)
 
 }  // namespace
 
-std::string TBeamAPIHelper::TextOf(const TJSONValue* Value) {
+std::string_view TBeamAPIHelper::TextOf(const TJSONValue* Value) {
   if (!Value) return "";
-  if (const std::string* Text = Value->AsString()) return *Text;
-  if (const TJSONNumber* Number = Value->AsNumber()) return Number->Text;
-  if (const bool* Boolean = Value->AsBoolean()) return *Boolean ? "true" : "false";
-  return "";
+  switch (Value->Kind()) {
+    case TJSONKind::String:
+      return *Value->AsString();
+    case TJSONKind::Number:
+      return Value->AsNumber()->Text;
+    case TJSONKind::True:
+      return "true";
+    case TJSONKind::False:
+      return "false";
+    default:
+      return "";
+  }
+}
+
+std::int32_t TBeamAPIHelper::IntegerOf(const TJSONValue* Value) {
+  return IntegerOrZero(TextOf(Value));
+}
+
+double TBeamAPIHelper::DoubleOf(const TJSONValue* Value, std::string_view Name) {
+  return Trim(TextOf(Value)).empty() ? 0.0 : StrictDoubleOf(Value, Name);
+}
+
+double TBeamAPIHelper::StrictDoubleOf(const TJSONValue* Value, std::string_view Name) {
+  const std::string_view Text = TextOf(Value);
+  if (const std::optional<double> Number = TryParseFloat(Trim(Text))) return *Number;
+  throw TBeamConversionError(std::string(Name) + " value >" + std::string(Text) + "< is not a floating point number");
+}
+
+bool TBeamAPIHelper::BoolOf(const TJSONValue* Value) {
+  return Value && Value->AsBoolean() == true;
 }
 
 std::string TBeamAPIHelper::SafeJsonValue(TJSONView Json, std::string_view Name) {
-  return TextOf(FindPath(Json, Name));
+  return std::string(TextOf(FindPath(Json, Name)));
 }
 
 std::int32_t TBeamAPIHelper::SafeJsonInteger(TJSONView Json, std::string_view Name) {
-  return IntegerOrZero(TextOf(FindMember(Json, Name)));
+  return IntegerOf(FindMember(Json, Name));
 }
 
 bool TBeamAPIHelper::SafeJsonObject(TJSONView Json, std::string_view Name, const TJSONObject*& Out) {
@@ -116,26 +137,23 @@ bool TBeamAPIHelper::SafeJsonArray(TJSONView Json, std::string_view Name, const 
 }
 
 std::string TBeamAPIHelper::ValueAsString(TJSONView Json, std::string_view ParentName, std::string_view Name) {
-  return TextOf(FindPath(Json, ParentName, Name));
+  return std::string(TextOf(FindPath(Json, ParentName, Name)));
 }
 
 std::int32_t TBeamAPIHelper::ValueAsInteger(TJSONView Json, std::string_view ParentName, std::string_view Name) {
-  return IntegerOrZero(ValueAsString(Json, ParentName, Name));
+  return IntegerOf(FindPath(Json, ParentName, Name));
 }
 
 double TBeamAPIHelper::ValueAsDouble(TJSONView Json, std::string_view ParentName, std::string_view Name) {
-  const std::string Text = ValueAsString(Json, ParentName, Name);
-  return Trim(Text).empty() ? 0.0 : FloatOf(Name, Text);
+  return DoubleOf(FindPath(Json, ParentName, Name), Name);
 }
 
 double TBeamAPIHelper::ValueAsStrictDouble(TJSONView Json, std::string_view ParentName, std::string_view Name) {
-  return FloatOf(Name, ValueAsString(Json, ParentName, Name));
+  return StrictDoubleOf(FindPath(Json, ParentName, Name), Name);
 }
 
 bool TBeamAPIHelper::ValueAsBool(TJSONView Json, std::string_view ParentName, std::string_view Name) {
-  const TJSONValue* Value = FindPath(Json, ParentName, Name);
-  const bool* Boolean = Value ? Value->AsBoolean() : nullptr;
-  return Boolean && *Boolean;
+  return BoolOf(FindPath(Json, ParentName, Name));
 }
 
 const TJSONValue* TBeamAPIHelper::FindByName(TJSONView Json, std::string_view Name) {

@@ -54,8 +54,14 @@ class OXSUPERAPI_EXPORT TBeamAPIHelper {
  public:
   TBeamAPIHelper() = delete;
 
-  /// A value as text, "" for null.
-  static std::string TextOf(const TJSONValue* Value);
+  /// What the readers below make of a value that they found; null is a missing one. The text is borrowed from the tree.
+  /// `Name` is for the error's text. @{
+  static std::string_view TextOf(const TJSONValue* Value);
+  static std::int32_t IntegerOf(const TJSONValue* Value);
+  static double DoubleOf(const TJSONValue* Value, std::string_view Name);
+  static double StrictDoubleOf(const TJSONValue* Value, std::string_view Name);
+  static bool BoolOf(const TJSONValue* Value);
+  /// @}
   /// The value at the path as text; "" when it is not found.
   static std::string SafeJsonValue(TJSONView Json, std::string_view Name);
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,10 +12,15 @@
 /// Numbers to and from text. The decimal separator is "." whatever the host's locale says.
 namespace oxSuperAPI {
 
+/// Room for the longest amount: sign, the digits of the largest double, "." and two decimals.
+using TBeamFloatText = std::array<char, std::numeric_limits<double>::max_exponent10 + 5>;
+
 /// Appends `Value` with two decimals, rounded as C's "%.2f" does (0.125 gives 0.12). A result of zero has no sign.
 /// Raises TBeamConversionError for NaN and infinity, which have no wire form. @{
 OXSUPERAPI_EXPORT void AppendFloat(std::string& Out, double Value);
 OXSUPERAPI_EXPORT std::string FormatFloat(double Value);
+/// Somewhere in `Out`, into which the text refers.
+OXSUPERAPI_EXPORT std::string_view WriteFloat(TBeamFloatText& Out, double Value);
 /// @}
 
 /// The whole of `Text` as a number: digits with an optional sign, fraction and exponent. No blanks, no "inf" or "nan",

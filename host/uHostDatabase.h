@@ -50,8 +50,9 @@ class OXSUPERAPI_EXPORT TADOQuery {
   virtual void Edit() = 0;
   /// @}
 
-  /// Sets a field of the row that Append or Edit started.
-  virtual void SetField(std::string_view Name, const TDBValue& Value) = 0;
+  /// Sets a field of the row that Append or Edit started. The value is the query's to keep: a log row's text may be as
+  /// long as a whole batch, and is not to be copied on its way to the database.
+  virtual void SetField(std::string_view Name, TDBValue Value) = 0;
   /// Writes that row to the table; afterwards it is the current one and an identity column has its value.
   virtual void Post() = 0;
 };

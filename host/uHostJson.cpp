@@ -1,77 +1,96 @@
 #include "oxSuperAPI/host/uHostJson.h"
 
-#include <new>
+#include "oxSuperAPI/host/uHostJsonBlock.h"
+
+#include "oxSuperAPI/host/uHostJsonEscaping.h"
 
 namespace oxSuperAPI {
 
-TJSONObject::TJSONObject() = default;
-TJSONObject::TJSONObject(TJSONObject&&) noexcept = default;
-TJSONObject& TJSONObject::operator=(TJSONObject&&) noexcept = default;
-TJSONObject::~TJSONObject() = default;
-
-TJSONValue& TJSONObject::Append(std::string Name, TJSONValue Value) {
-  FMembers.push_back({std::move(Name), std::move(Value)});
-  return FMembers.back().Value;
-}
-
-const TJSONValue* TJSONObject::Find(std::string_view Name) const {
-  for (const TJSONPair& Member : FMembers)
-    if (Member.Name == Name) return &Member.Value;
-  return nullptr;
-}
-
-TJSONArray::TJSONArray() = default;
-TJSONArray::TJSONArray(TJSONArray&&) noexcept = default;
-TJSONArray& TJSONArray::operator=(TJSONArray&&) noexcept = default;
-TJSONArray::~TJSONArray() = default;
-
-TJSONValue& TJSONArray::Append(TJSONValue Value) {
-  FElements.push_back(std::move(Value));
-  return FElements.back();
-}
-
-const TJSONValue* TJSONArray::At(std::size_t Index) const {
-  return Index < FElements.size() ? &FElements[Index] : nullptr;
-}
-
-TJSONValue& TJSONValue::operator=(TJSONValue&& Other) noexcept {
-  if (this == &Other) return *this;
-  // Other may live inside this value, so its content is taken out before anything is released.
-  auto Content = std::move(Other.FValue);
-  ReleaseChildren();
-  FValue = std::move(Content);
+TJSONObject& TJSONObject::operator=(TJSONObject&& Other) noexcept {
+  // What Other holds may live inside this object, so it is taken out before anything is released.
+  TJSONBlock::Release(std::exchange(FBlock, std::exchange(Other.FBlock, nullptr)));
   return *this;
 }
 
-TJSONValue::~TJSONValue() {
-  ReleaseChildren();
+TJSONObject::~TJSONObject() {
+  TJSONBlock::Release(FBlock);
 }
 
-// Moves grandchildren up into one work list until every container that is destroyed is flat.
-void TJSONValue::ReleaseChildren() noexcept {
-  const auto Take = [](TJSONValue& From, std::vector<TJSONValue>& Pending) {
-    if (TJSONArray* Array = From.AsArray()) {
-      for (TJSONValue& Element : Array->FElements)
-        if (Element.AsArray() || Element.AsObject()) Pending.push_back(std::move(Element));
-      Array->FElements.clear();
-    } else if (TJSONObject* Object = From.AsObject()) {
-      for (TJSONPair& Member : Object->FMembers)
-        if (Member.Value.AsArray() || Member.Value.AsObject()) Pending.push_back(std::move(Member.Value));
-      Object->FMembers.clear();
-    }
-  };
-  if (!AsArray() && !AsObject()) return;
-  try {
-    std::vector<TJSONValue> Pending;
-    Take(*this, Pending);
-    while (!Pending.empty()) {
-      TJSONValue Next = std::move(Pending.back());
-      Pending.pop_back();
-      Take(Next, Pending);
-    }
-  } catch (const std::bad_alloc&) {
-    // No room for the work list: what is left goes by ordinary destruction.
-  }
+TJSONValue& TJSONObject::Append(std::string_view Name, TJSONValue Value) {
+  TJSONValue OwnName(Name);  // before the block moves: the name may be one of its own
+  TJSONBlock::Reserve(FBlock, 2);
+  FBlock->Add(std::move(OwnName));
+  return FBlock->Add(std::move(Value));
+}
+
+const TJSONValue* TJSONObject::Find(std::string_view Name) const {
+  const TJSONContent Wanted(TJSONKind::String, Name);
+  for (const TJSONPair& Member : Members())
+    if (Member.FName.FContent.HasTextOf(Wanted)) return &Member.FValue;
+  return nullptr;
+}
+
+std::span<const TJSONPair> TJSONObject::Members() const {
+  static_assert(sizeof(TJSONPair) == 2 * sizeof(TJSONValue));
+  return {FBlock ? reinterpret_cast<const TJSONPair*>(FBlock->Values()) : nullptr, Count()};
+}
+
+std::size_t TJSONObject::Count() const {
+  return FBlock ? FBlock->Count / 2 : 0;
+}
+
+TJSONArray& TJSONArray::operator=(TJSONArray&& Other) noexcept {
+  TJSONBlock::Release(std::exchange(FBlock, std::exchange(Other.FBlock, nullptr)));
+  return *this;
+}
+
+TJSONArray::~TJSONArray() {
+  TJSONBlock::Release(FBlock);
+}
+
+TJSONValue& TJSONArray::Append(TJSONValue Value) {
+  TJSONBlock::Reserve(FBlock, 1);
+  return FBlock->Add(std::move(Value));
+}
+
+const TJSONValue* TJSONArray::At(std::size_t Index) const {
+  return Index < Count() ? FBlock->Values() + Index : nullptr;
+}
+
+std::span<const TJSONValue> TJSONArray::Elements() const {
+  return {FBlock ? FBlock->Values() : nullptr, Count()};
+}
+
+std::size_t TJSONArray::Count() const {
+  return FBlock ? FBlock->Count : 0;
+}
+
+TJSONValue& TJSONValue::operator=(TJSONValue&& Other) noexcept {
+  // As with containers: Other may live inside this value. What was here goes with the temporary.
+  TJSONValue Content(std::move(Other));
+  std::swap(FContent, Content.FContent);
+  return *this;
+}
+
+void TJSONValue::Release() noexcept {
+  if (Kind() == TJSONKind::Array || Kind() == TJSONKind::Object)
+    TJSONBlock::Release(FContent.Pointer<TJSONBlock>());
+  else
+    delete[] FContent.Pointer<char>();
+}
+
+const TJSONValue* TJSONMemberFinder::FindElsewhere(const TJSONContent& Name) {
+  const auto HashOf = [this](std::size_t At) { return FMembers[At].FName.FContent.Hash(); };
+  if (!std::exchange(FKnowsAll, true))
+    for (std::size_t At = 0; At < FMembers.size(); ++At) FAll.Add(HashOf(At));
+  const std::uint64_t Hash = Name.Hash();
+  if (!FAll.MayHold(Hash)) return nullptr;
+  // A name that is not among those passed has its first member from here on.
+  std::size_t At = FPassed.MayHold(Hash) ? 0 : FNext;
+  while (At < FMembers.size() && !IsNamed(At, Name)) ++At;
+  if (At == FMembers.size()) return nullptr;
+  for (; FNext <= At; ++FNext) FPassed.Add(HashOf(FNext));
+  return &FMembers[At].Value();
 }
 
 namespace {
@@ -81,9 +100,9 @@ class TPrinter {
   TPrinter(TJSONLayout Layout, std::string& Out) : FPretty(Layout == TJSONLayout::Pretty), FOut(Out) {}
 
   void Print(const TJSONValue& Value) {
-    if (const std::string* Text = Value.AsString()) return AppendJSONString(FOut, *Text);
-    if (const TJSONNumber* Number = Value.AsNumber()) return void(FOut += Number->Text);
-    if (const bool* Boolean = Value.AsBoolean()) return void(FOut += *Boolean ? "true" : "false");
+    if (const auto Text = Value.AsString()) return AppendJSONString(FOut, *Text);
+    if (const auto Number = Value.AsNumber()) return void(FOut += Number->Text);
+    if (const auto Boolean = Value.AsBoolean()) return void(FOut += *Boolean ? "true" : "false");
     if (const TJSONArray* Array = Value.AsArray()) return Print(*Array);
     if (const TJSONObject* Object = Value.AsObject()) return Print(*Object);
     FOut += "null";
@@ -91,9 +110,9 @@ class TPrinter {
 
   void Print(const TJSONObject& Object) {
     Enclose('{', '}', Object.Members(), [this](const TJSONPair& Member) {
-      AppendJSONString(FOut, Member.Name);
+      AppendJSONString(FOut, Member.Name());
       FOut += FPretty ? ": " : ":";
-      Print(Member.Value);
+      Print(Member.Value());
     });
   }
 
@@ -147,44 +166,9 @@ std::string PrintJSON(const TJSONArray& Value, TJSONLayout Layout) {
 }
 
 void AppendJSONString(std::string& Out, std::string_view Text) {
-  static constexpr char Hex[] = "0123456789abcdef";
-  Out += '"';
-  std::size_t Start = 0;
-  for (std::size_t Index = 0; Index < Text.size(); ++Index) {
-    const auto Byte = static_cast<unsigned char>(Text[Index]);
-    if (Byte >= 0x20 && Byte != '"' && Byte != '\\') continue;
-    Out.append(Text, Start, Index - Start);
-    Start = Index + 1;
-    switch (Byte) {
-      case '"':
-        Out += "\\\"";
-        break;
-      case '\\':
-        Out += "\\\\";
-        break;
-      case '\b':
-        Out += "\\b";
-        break;
-      case '\f':
-        Out += "\\f";
-        break;
-      case '\n':
-        Out += "\\n";
-        break;
-      case '\r':
-        Out += "\\r";
-        break;
-      case '\t':
-        Out += "\\t";
-        break;
-      default:
-        Out += "\\u00";
-        Out += Hex[Byte >> 4];
-        Out += Hex[Byte & 15];
-    }
-  }
-  Out.append(Text, Start, Text.size() - Start);
-  Out += '"';
+  const std::size_t Start = Out.size();
+  Out.resize(Start + EscapedJSONSize(Text) + 2, '"');
+  WriteEscapedJSON(Out.data() + Start + 1, Text);
 }
 
 }  // namespace oxSuperAPI

@@ -12,6 +12,11 @@ const std::string& TStringList::operator[](std::size_t Index) const {
   return FLines[Index];
 }
 
+std::string_view TStringList::Text(std::string& Joined) const {
+  if (FLines.size() == 1) return FLines.front();
+  return Joined = Text();
+}
+
 std::string TStringList::Text() const {
   std::size_t Size = 0;
   for (const std::string& Line : FLines) Size += Line.size() + 2;

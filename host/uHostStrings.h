@@ -39,8 +39,11 @@ class OXSUPERAPI_EXPORT TStringList {
   auto end() const { return FLines.end(); }
   /// @}
 
-  /// The entries with CR LF between them; none after the last.
+  /// The entries with CR LF between them; none after the last. A list of one entry, as large bodies and answers are,
+  /// can give it without a copy: the view is then of the entry, else of `Joined`, which holds the text. @{
   std::string Text() const;
+  std::string_view Text(std::string& Joined) const;
+  /// @}
 
  private:
   std::vector<std::string> FLines;

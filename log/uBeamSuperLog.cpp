@@ -1,5 +1,7 @@
 #include "oxSuperAPI/log/uBeamSuperLog.h"
 
+#include <utility>
+
 #include "oxSuperAPI/foundation/uBeamText.h"
 #include "oxSuperAPI/host/uHost.h"
 #include "oxSuperAPI/session/uBeamMasking.h"
@@ -23,9 +25,9 @@ std::string Cut(const std::string& Text, std::size_t Count) {
 
 }  // namespace
 
-std::int32_t TBeamSuperLog::AddToLog(const std::string& Source, const std::string& URL, const std::string& Method,
-                                     const std::string& Headers, const std::string& Body, const std::string& Response,
-                                     const std::string& LogDetails, const std::string& Status) noexcept {
+std::int32_t TBeamSuperLog::AddToLog(std::string Source, std::string URL, std::string Method, std::string Headers,
+                                     std::string Body, std::string Response, std::string LogDetails,
+                                     std::string Status) noexcept {
   try {
     if (!Host().ADOMainConnection()) return 0;
     if (IsBlank(Source) && IsBlank(Headers) && IsBlank(Body) && IsBlank(Response)) return 0;
@@ -37,13 +39,13 @@ std::int32_t TBeamSuperLog::AddToLog(const std::string& Source, const std::strin
     if (!Row) return 0;
     Row->Append();
     Row->SetField("cSource", Cut(Source, 100));
-    Row->SetField("cURL", HideCredentials(URL));
-    Row->SetField("cMethod", HideCredentials(Method));
+    Row->SetField("cURL", HideCredentials(std::move(URL)));
+    Row->SetField("cMethod", HideCredentials(std::move(Method)));
     Row->SetField("iAgentID", Agent);
-    Row->SetField("cRequestHeader", HideCredentials(Headers));
-    Row->SetField("cRequestBody", HideCredentials(Body));
-    Row->SetField("cResponse", HideCredentials(Response));
-    Row->SetField("cLogDetails", HideCredentials(LogDetails));
+    Row->SetField("cRequestHeader", HideCredentials(std::move(Headers)));
+    Row->SetField("cRequestBody", HideCredentials(std::move(Body)));
+    Row->SetField("cResponse", HideCredentials(std::move(Response)));
+    Row->SetField("cLogDetails", HideCredentials(std::move(LogDetails)));
     Row->SetField("cStatus", Cut(Status, 3));
     Row->Post();
     return Row->FieldAsInteger("idBeamSuperLog");

@@ -18,9 +18,10 @@ class OXSUPERAPI_EXPORT TBeamSuperLog {
   /// dropped, since logging must never disturb the call.
   ///
   /// Bearer tokens are not masked here. `Source` and `Status` are cut to 100 and 3 characters and not masked.
-  static std::int32_t AddToLog(const std::string& Source, const std::string& URL, const std::string& Method,
-                               const std::string& Headers, const std::string& Body, const std::string& Response,
-                               const std::string& LogDetails, const std::string& Status) noexcept;
+  /// Texts that are moved in are masked where they stand and handed on: none is copied.
+  static std::int32_t AddToLog(std::string Source, std::string URL, std::string Method, std::string Headers,
+                               std::string Body, std::string Response, std::string LogDetails,
+                               std::string Status) noexcept;
 };
 
 }  // namespace oxSuperAPI

@@ -112,6 +112,7 @@ std::string TBeamContributionDetail::GetAsJsonString() const {
 }
 
 template void TBeamContributionDetail::Write(TJSONObjectHelper&) const;
+template void TBeamContributionDetail::Write(TJSONTextCounter&) const;
 template void TBeamContributionDetail::Write(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

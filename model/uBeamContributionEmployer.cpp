@@ -63,6 +63,7 @@ std::string TBeamContributionEmployer::GetAsJsonString() const {
 }
 
 template void TBeamContributionEmployer::Write(TJSONObjectHelper&) const;
+template void TBeamContributionEmployer::Write(TJSONTextCounter&) const;
 template void TBeamContributionEmployer::Write(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

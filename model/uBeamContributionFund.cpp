@@ -79,6 +79,7 @@ std::string TBeamContributionFund::GetAsJsonString() const {
 }
 
 template void TBeamContributionFund::Write(TJSONObjectHelper&) const;
+template void TBeamContributionFund::Write(TJSONTextCounter&) const;
 template void TBeamContributionFund::Write(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

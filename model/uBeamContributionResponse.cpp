@@ -146,10 +146,13 @@ std::string TBeamContributionResponse::GetAsJsonString() const {
 }
 
 template void TBeamSuperValidation::Write(TJSONObjectHelper&) const;
+template void TBeamSuperValidation::Write(TJSONTextCounter&) const;
 template void TBeamSuperValidation::Write(TJSONTextWriter&) const;
 template void TBeamSuperPayment::Write(TJSONObjectHelper&) const;
+template void TBeamSuperPayment::Write(TJSONTextCounter&) const;
 template void TBeamSuperPayment::Write(TJSONTextWriter&) const;
 template void TBeamContributionResponse::Write(TJSONObjectHelper&) const;
+template void TBeamContributionResponse::Write(TJSONTextCounter&) const;
 template void TBeamContributionResponse::Write(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

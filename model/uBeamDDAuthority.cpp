@@ -90,8 +90,10 @@ std::string TBeamDDAuthority::GetAsJsonString() const {
 }
 
 template void TBeamEmployerNumber::Write(TJSONObjectHelper&) const;
+template void TBeamEmployerNumber::Write(TJSONTextCounter&) const;
 template void TBeamEmployerNumber::Write(TJSONTextWriter&) const;
 template void TBeamDDAuthority::Write(TJSONObjectHelper&) const;
+template void TBeamDDAuthority::Write(TJSONTextCounter&) const;
 template void TBeamDDAuthority::Write(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

@@ -68,8 +68,10 @@ std::string TBeamDefaultFunds::GetAsJsonString() const {
 }
 
 template void TBeamDefaultFund::Write(TJSONObjectHelper&) const;
+template void TBeamDefaultFund::Write(TJSONTextCounter&) const;
 template void TBeamDefaultFund::Write(TJSONTextWriter&) const;
 template void TBeamDefaultFunds::WriteElements(TJSONArrayHelper&) const;
+template void TBeamDefaultFunds::WriteElements(TJSONTextCounter&) const;
 template void TBeamDefaultFunds::WriteElements(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

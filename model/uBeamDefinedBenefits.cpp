@@ -107,6 +107,7 @@ void TBeamDefinedBenefits::Read(const TBeamRecordReader& Json) {
 }
 
 template void TBeamDefinedBenefits::Write(TJSONObjectHelper&) const;
+template void TBeamDefinedBenefits::Write(TJSONTextCounter&) const;
 template void TBeamDefinedBenefits::Write(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

@@ -29,7 +29,7 @@ void TBeamEmployer::LoadFromJsonObject(TJSONView Source) {
   const TBeamRecordReader Identifier = Json.Below("businessIdentifier");
   BusinessIdentifierType = Identifier.Text("businessIdentifierType");
   BusinessIdentifierValue = Identifier.Text("businessIdentifierValue");  // kept: wire behaviour, written as "value"
-  SetClientEmployerNumber(Json.Text("clientEmployerNumber"));
+  SetClientEmployerNumber(std::string(Json.Text("clientEmployerNumber")));
   const TBeamRecordReader Contact = Json.Below("contact");
   ReadContactName(Contact);
   ReadContactPhone(Contact);  // kept: wire behaviour, written one level deeper, below "phone"
@@ -40,7 +40,7 @@ void TBeamEmployer::LoadFromJsonObject(TJSONView Source) {
 }
 
 void TBeamEmployer::ReadInParticipant(const TBeamRecordReader& Json, const TBeamRecordReader& ParticipantContact) {
-  SetClientEmployerNumber(Json.Text("clientEmployerNumber"));
+  SetClientEmployerNumber(std::string(Json.Text("clientEmployerNumber")));
   ReadBusinessIdentifier(Json);
   ReadContactName(Json.Below("contact"));
   ReadContactPhone(ParticipantContact.Below("phone"));               // kept: wire behaviour, not the employer's own
@@ -85,6 +85,7 @@ std::string TBeamEmployer::GetAsJsonString() const {
 }
 
 template void TBeamEmployer::Write(TJSONObjectHelper&) const;
+template void TBeamEmployer::Write(TJSONTextCounter&) const;
 template void TBeamEmployer::Write(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

@@ -44,7 +44,7 @@ void TBeamMemberContribution::Write(Sink& Json) const {
   Json.AddPair("awardOrProductivityAmount", awardOrProductivityAmount);
   Json.AddString("benefitCategory", benefitCategory);
   Json.AddPair("childContributionsAmount", childContributionsAmount);
-  Json.Object("definedBenefits", IfFilled, [&](Sink& DefinedBenefits) { definedBenefits.Write(DefinedBenefits); });
+  Json.Object("definedBenefits", IfFilled, [&](Sink& DefinedBenefits) { definedBenefits->Write(DefinedBenefits); });
   Json.AddString("dob", dob);
   Json.AddString("email", email);
   Json.AddString("employerProvidedTaxFileNumber", employerProvidedTaxFileNumber);
@@ -118,7 +118,7 @@ void TBeamMemberContribution::LoadFromJsonObject(TJSONView Source) {
   awardOrProductivityAmount = Json.Number("awardOrProductivityAmount");
   benefitCategory = Json.Text("benefitCategory");
   childContributionsAmount = Json.Number("childContributionsAmount");
-  Json.Object("definedBenefits", [&](const TBeamRecordReader& Benefits) { definedBenefits.Read(Benefits); });
+  Json.Object("definedBenefits", [&](const TBeamRecordReader& Benefits) { definedBenefits->Read(Benefits); });
   dob = Json.Text("dob");
   email = Json.Text("email");
   employerProvidedTaxFileNumber = Json.Text("employerProvidedTaxFileNumber");
@@ -175,6 +175,7 @@ std::string TBeamMemberContribution::GetAsJsonString() const {
 }
 
 template void TBeamMemberContribution::Write(TJSONObjectHelper&) const;
+template void TBeamMemberContribution::Write(TJSONTextCounter&) const;
 template void TBeamMemberContribution::Write(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

@@ -1,11 +1,13 @@
 #pragma once
 
-#include <array>
 #include <memory>
 #include <string>
 
 #include "oxSuperAPI/foundation/uBeamAPIHelper.h"
+#include "oxSuperAPI/foundation/uBeamCompactText.h"
+#include "oxSuperAPI/foundation/uBeamLazy.h"
 #include "oxSuperAPI/host/uHostJson.h"
+#include "oxSuperAPI/model/uBeamEntryTable.h"
 #include "oxSuperAPI/model/uBeamSharedRecords.h"
 
 namespace oxSuperAPI {
@@ -13,15 +15,15 @@ namespace oxSuperAPI {
 /// Where the member lives.
 struct OXSUPERAPI_EXPORT TBeamMemberAddress {
   /// Members of "address". @{
-  std::string addressType;
-  std::string countryCode;
-  std::string line1;
-  std::string line2;
-  std::string line3;
-  std::string line4;
-  std::string postCode;
-  std::string state;
-  std::string suburb;
+  TBeamText addressType;
+  TBeamText countryCode;
+  TBeamText line1;
+  TBeamText line2;
+  TBeamText line3;
+  TBeamText line4;
+  TBeamText postCode;
+  TBeamText state;
+  TBeamText suburb;
 
   template <class Sink>
   void Write(Sink& Json) const;
@@ -32,27 +34,27 @@ struct OXSUPERAPI_EXPORT TBeamMemberAddress {
 /// A number or a text with the dates between which it holds (wire form, passed through).
 struct OXSUPERAPI_EXPORT TBeamDatedValue {
   /// The period, and the number that holds in it. @{
-  std::string endDate;
-  std::string startDate;
+  TBeamText endDate;
+  TBeamText startDate;
   double value = 0;
   /// @}
 };
 /// The same for a text.
 struct OXSUPERAPI_EXPORT TBeamDatedText {
   /// The period, and the text that holds in it. @{
-  std::string endDate;
-  std::string startDate;
-  std::string value;
+  TBeamText endDate;
+  TBeamText startDate;
+  TBeamText value;
   /// @}
 };
 
 /// An entry without an end date is never written, and the description never is.
 struct OXSUPERAPI_EXPORT TBeamRegistrationOtherDetail {
   /// What the fund asks about the member beyond the named fields. @{
-  std::string description;
-  std::string endDate;
-  std::string startDate;
-  std::string text;
+  TBeamText description;
+  TBeamText endDate;
+  TBeamText startDate;
+  TBeamText text;
   /// @}
 };
 
@@ -60,15 +62,15 @@ struct OXSUPERAPI_EXPORT TBeamRegistrationOtherDetail {
 struct OXSUPERAPI_EXPORT TBeamOtherContributionAmount {
   /// Dollars, and what for. @{
   double amount = 0;
-  std::string description;
+  TBeamText description;
   /// @}
 };
 
 /// An entry without a description is never written.
 struct OXSUPERAPI_EXPORT TBeamOtherContributionDetail {
   /// What is told, and about what. @{
-  std::string description;
-  std::string text;
+  TBeamText description;
+  TBeamText text;
   /// @}
 };
 
@@ -77,8 +79,8 @@ struct OXSUPERAPI_EXPORT TBeamDefinedBenefits {
   /// Amounts in dollars, rates and fractions as the fund states them, dates as texts in wire form. @{
   double actualHoursPaid = 0;
   double actualPeriodicSalaryOrWagesEarned = 0;
-  std::string annualSalaryForBenefitsEffectiveDate;
-  std::string annualSalaryForInsuranceEffectiveDate;
+  TBeamText annualSalaryForBenefitsEffectiveDate;
+  TBeamText annualSalaryForInsuranceEffectiveDate;
   double contractedHours = 0;
   double definedBenefitEmployerContribution = 0;
   TBeamDatedValue definedBenefitEmployerRate;
@@ -89,16 +91,16 @@ struct OXSUPERAPI_EXPORT TBeamDefinedBenefits {
   double definedBenefitNotionalMemberPostTaxContribution = 0;
   double definedBenefitNotionalMemberPreTaxContribution = 0;
   /// The first entry is never written, nor one without an end date.
-  std::array<TBeamDatedValue, MaxTableEntries> definedBenefitsAnnualSalary;
-  std::string employeeBenefitCategoryEffectiveDate;
+  TBeamEntryTable<TBeamDatedValue> definedBenefitsAnnualSalary;
+  TBeamText employeeBenefitCategoryEffectiveDate;
   TBeamDatedText employeeLocationIdentifier;
-  std::string employeeStatusEffectiveDate;
+  TBeamText employeeStatusEffectiveDate;
   double fullTimeHours = 0;
   TBeamDatedText leaveWithoutPayCode;
   double notionalSuperannuableAllowances = 0;
   double ordinaryTimeEarnings = 0;
   TBeamDatedValue serviceFraction;
-  std::string serviceFractionEffectiveDate;
+  TBeamText serviceFractionEffectiveDate;
   double superannuableAllowancesPaid = 0;
 
   template <class Sink>
@@ -115,44 +117,44 @@ class OXSUPERAPI_EXPORT TBeamMemberContribution {
  public:
   /// Under their wire names. What is 0 or "" counts as not told. @{
   TBeamMemberAddress address;
-  std::string annualSalaryContributionsEndDate;
-  std::string annualSalaryContributionsStartDate;
+  TBeamText annualSalaryContributionsEndDate;
+  TBeamText annualSalaryContributionsStartDate;
   double annualSalaryForBenefits = 0;
   double annualSalaryForContributions = 0;
   double annualSalaryForInsurance = 0;
-  std::string atWork;  ///< text flag
+  TBeamText atWork;  ///< text flag
   double awardOrProductivityAmount = 0;
-  std::string benefitCategory;
+  TBeamText benefitCategory;
   double childContributionsAmount = 0;
-  TBeamDefinedBenefits definedBenefits;
-  std::string dob;
-  std::string email;
-  std::string employerProvidedTaxFileNumber;
-  std::string employmentEndDate;
-  std::string employmentEndReason;
-  std::string employmentStartDate;
-  std::string employmentStatus;  ///< written, never read back
-  std::string fundRegistrationDate;
-  std::string gender;
-  std::string insuranceOptOut;  ///< text flag
-  std::string memberNumber;
-  std::string memberRegistrationAmendmentReason;
-  std::array<TBeamRegistrationOtherDetail, MaxTableEntries> memberRegistrationOtherDetails;
-  std::string memberTransactionContextId;
+  TBeamLazy<TBeamDefinedBenefits> definedBenefits;
+  TBeamText dob;
+  TBeamText email;
+  TBeamText employerProvidedTaxFileNumber;
+  TBeamText employmentEndDate;
+  TBeamText employmentEndReason;
+  TBeamText employmentStartDate;
+  TBeamText employmentStatus;  ///< written, never read back
+  TBeamText fundRegistrationDate;
+  TBeamText gender;
+  TBeamText insuranceOptOut;  ///< text flag
+  TBeamText memberNumber;
+  TBeamText memberRegistrationAmendmentReason;
+  TBeamEntryTable<TBeamRegistrationOtherDetail> memberRegistrationOtherDetails;
+  TBeamText memberTransactionContextId;
   TBeamPersonName name;
-  std::string occupationDescription;
-  std::array<TBeamOtherContributionAmount, MaxTableEntries> otherContributionAmounts;
-  std::array<TBeamOtherContributionDetail, MaxTableEntries> otherContributionDetails;
+  TBeamText occupationDescription;
+  TBeamEntryTable<TBeamOtherContributionAmount> otherContributionAmounts;
+  TBeamEntryTable<TBeamOtherContributionDetail> otherContributionDetails;
   double otherThirdPartyContributionsAmount = 0;
-  std::string payPeriodEndDate;
-  std::string payPeriodStartDate;
-  std::string payrollNumber;
+  TBeamText payPeriodEndDate;
+  TBeamText payPeriodStartDate;
+  TBeamText payrollNumber;
   double personalContributionsAmount = 0;
   TBeamPhoneNumbers phoneNumbers;
   double salarySacrificedAmount = 0;
   double spouseContributionsAmount = 0;
-  std::string superContributionCeaseDate;
-  std::string superContributionCommenceDate;
+  TBeamText superContributionCeaseDate;
+  TBeamText superContributionCommenceDate;
   double superGuaranteeAmount = 0;
   double voluntaryAmount = 0;
   double weeklyHoursWorked = 0;
@@ -166,10 +168,13 @@ class OXSUPERAPI_EXPORT TBeamMemberContribution {
   /// missing or malformed (only `annualSalaryForBenefits` may be missing); fields read before keep their new values.
   void LoadFromJsonObject(TJSONView Source);
 
-  /// The description of the JSON, for either sink (TJSONObjectHelper, TJSONTextWriter).
+  /// The description of the JSON, for any sink (TJSONObjectHelper, TJSONTextCounter, TJSONTextWriter).
   template <class Sink>
   void Write(Sink& Json) const;
   /// @}
 };
+
+// A batch holds hundreds of thousands of them.
+static_assert(sizeof(TBeamMemberContribution) <= 640);
 
 }  // namespace oxSuperAPI

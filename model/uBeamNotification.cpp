@@ -41,8 +41,8 @@ constexpr struct {
 };
 
 void ReadParameter(const TBeamRecordReader& Json, TEventItem& EventItem) {
-  const std::string Name = Json.Text("name");
-  const std::string Value = Json.Text("value");
+  const std::string_view Name = Json.Text("name");
+  const std::string_view Value = Json.Text("value");
   for (const auto& Parameter : TextParameters)
     if (Name == Parameter.Name) EventItem.*Parameter.Field = Value;
   for (const auto& Parameter : AmountParameters)
@@ -162,6 +162,7 @@ std::string TBeamNotification::GetAsJsonString() const {
 }
 
 template void TBeamNotification::Write(TJSONObjectHelper&) const;
+template void TBeamNotification::Write(TJSONTextCounter&) const;
 template void TBeamNotification::Write(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

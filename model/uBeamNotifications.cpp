@@ -38,6 +38,7 @@ std::string TBeamNotifications::GetAsJsonString() const {
 }
 
 template void TBeamNotifications::WriteElements(TJSONArrayHelper&) const;
+template void TBeamNotifications::WriteElements(TJSONTextCounter&) const;
 template void TBeamNotifications::WriteElements(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

@@ -119,6 +119,7 @@ std::string TBeamParticipantDetails::GetAsJsonString() const {
 }
 
 template void TBeamParticipantDetails::Write(TJSONObjectHelper&) const;
+template void TBeamParticipantDetails::Write(TJSONTextCounter&) const;
 template void TBeamParticipantDetails::Write(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

@@ -50,7 +50,7 @@ void TBeamAddressFields::ReadAddress(const TBeamRecordReader& Json) {
 }
 
 template <class Sink>
-void TBeamContactFields::WriteContact(Sink& Json, std::string_view TitleName) const {
+void TBeamContactFields::WriteContact(Sink& Json, TJSONName TitleName) const {
   Json.Object("contact", Always, [&](Sink& Contact) {
     Contact.AddString("email", ContactEmail);
     Contact.AddString("familyName", ContactFamilyName);
@@ -77,10 +77,13 @@ void TBeamContactFields::ReadContactPhone(const TBeamRecordReader& Phone) {
 }
 
 template void TBeamBusinessIdentifierFields::WriteBusinessIdentifier(TJSONObjectHelper&) const;
+template void TBeamBusinessIdentifierFields::WriteBusinessIdentifier(TJSONTextCounter&) const;
 template void TBeamBusinessIdentifierFields::WriteBusinessIdentifier(TJSONTextWriter&) const;
 template void TBeamAddressFields::WriteAddress(TJSONObjectHelper&) const;
+template void TBeamAddressFields::WriteAddress(TJSONTextCounter&) const;
 template void TBeamAddressFields::WriteAddress(TJSONTextWriter&) const;
-template void TBeamContactFields::WriteContact(TJSONObjectHelper&, std::string_view) const;
-template void TBeamContactFields::WriteContact(TJSONTextWriter&, std::string_view) const;
+template void TBeamContactFields::WriteContact(TJSONObjectHelper&, TJSONName) const;
+template void TBeamContactFields::WriteContact(TJSONTextCounter&, TJSONName) const;
+template void TBeamContactFields::WriteContact(TJSONTextWriter&, TJSONName) const;
 
 }  // namespace oxSuperAPI

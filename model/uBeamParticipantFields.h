@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "oxSuperAPI/foundation/uBeamJSONAddOperations.h"
 #include "oxSuperAPI/host/uBeamError.h"
 
 namespace oxSuperAPI {
@@ -58,7 +59,7 @@ struct OXSUPERAPI_EXPORT TBeamContactFields {
 
   /// Adds "contact" to the record that is being written; the records differ in the name of the title.
   template <class Sink>
-  void WriteContact(Sink& Json, std::string_view TitleName) const;
+  void WriteContact(Sink& Json, TJSONName TitleName) const;
   /// First name, family name and e-mail address. Title and phone stand elsewhere in each document.
   void ReadContactName(const TBeamRecordReader& Contact);
   void ReadContactPhone(const TBeamRecordReader& Phone);

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "oxSuperAPI/foundation/uBeamAPIHelper.h"
-#include "oxSuperAPI/model/uBeamSharedRecords.h"
+#include "oxSuperAPI/model/uBeamEntryTable.h"
 
 namespace oxSuperAPI {
 
@@ -16,18 +15,18 @@ namespace oxSuperAPI {
 class TBeamRecordReader {
  public:
   /// Reads below `Json`, which has to outlive the reader.
-  TBeamRecordReader(TJSONView Json) : FJson(Json) {}
+  TBeamRecordReader(TJSONView Json) : FJson(Json), FFinder(Json.Object()) {}
 
-  /// "" when it is missing.
-  std::string Text(std::string_view Name) const { return TBeamAPIHelper::ValueAsString(FJson, "", Name); }
+  /// "" when it is missing. Borrowed from the tree.
+  std::string_view Text(std::string_view Name) const { return TBeamAPIHelper::TextOf(Find(Name)); }
   /// 0 when it is missing or no integer.
-  std::int32_t Integer(std::string_view Name) const { return TBeamAPIHelper::ValueAsInteger(FJson, "", Name); }
+  std::int32_t Integer(std::string_view Name) const { return TBeamAPIHelper::IntegerOf(Find(Name)); }
   /// True only for a JSON true.
-  bool Boolean(std::string_view Name) const { return TBeamAPIHelper::ValueAsBool(FJson, "", Name); }
+  bool Boolean(std::string_view Name) const { return TBeamAPIHelper::BoolOf(Find(Name)); }
   /// Raises TBeamConversionError when the number is missing or malformed.
-  double Number(std::string_view Name) const { return TBeamAPIHelper::ValueAsStrictDouble(FJson, "", Name); }
+  double Number(std::string_view Name) const { return TBeamAPIHelper::StrictDoubleOf(Find(Name), Name); }
   /// 0 when it is missing.
-  double NumberOrZero(std::string_view Name) const { return TBeamAPIHelper::ValueAsDouble(FJson, "", Name); }
+  double NumberOrZero(std::string_view Name) const { return TBeamAPIHelper::DoubleOf(Find(Name), Name); }
 
   /// What is below `Name`, or nothing: for members that are read whether or not their parent is there.
   TBeamRecordReader Below(std::string_view Name) const { return TJSONView(Find(Name)); }
@@ -81,7 +80,7 @@ class TBeamRecordReader {
   const TJSONValue* Anywhere(std::string_view Name) const { return TBeamAPIHelper::FindByName(FJson, Name); }
   /// These raise TBeamError when there is no such member; one that is JSON null is there, with an empty text. @{
   const TJSONValue& Required(std::string_view Name) const { return Present(Find(Name), Name); }
-  std::string RequiredTextAnywhere(std::string_view Name) const {
+  std::string_view RequiredTextAnywhere(std::string_view Name) const {
     return TBeamAPIHelper::TextOf(&Present(Anywhere(Name), Name));
   }
   /// @}
@@ -89,7 +88,7 @@ class TBeamRecordReader {
   /// When the member holds an array, fills the table from its first entry, one entry an element, and leaves the
   /// entries behind them as they are. Elements beyond the table are not looked at.
   template <class Entry, class ReadEntry>
-  void FillTable(std::string_view Name, std::array<Entry, MaxTableEntries>& Table, ReadEntry Read) const {
+  void FillTable(std::string_view Name, TBeamEntryTable<Entry>& Table, ReadEntry Read) const {
     const TJSONArray* Elements = FindArray(Name);
     for (std::size_t Index = 0; Elements && Index < Elements->Count() && Index < Table.size(); ++Index)
       Read(TBeamRecordReader(ObjectOf(Elements->Elements()[Index], Name)), Table[Index]);
@@ -97,13 +96,13 @@ class TBeamRecordReader {
 
   /// The same, after emptying the whole table.
   template <class Entry, class ReadEntry>
-  void ReplaceTable(std::string_view Name, std::array<Entry, MaxTableEntries>& Table, ReadEntry Read) const {
+  void ReplaceTable(std::string_view Name, TBeamEntryTable<Entry>& Table, ReadEntry Read) const {
     if (FindArray(Name)) Table = {};
     FillTable(Name, Table, Read);
   }
 
  private:
-  const TJSONValue* Find(std::string_view Name) const { return FJson.Object() ? FJson.Object()->Find(Name) : nullptr; }
+  const TJSONValue* Find(std::string_view Name) const { return FFinder.Find(Name); }
   static const TJSONValue& Present(const TJSONValue* Member, std::string_view Name) {
     if (Member) return *Member;
     throw TBeamError("The JSON member \"" + std::string(Name) + "\" is missing");
@@ -128,6 +127,7 @@ class TBeamRecordReader {
   }
 
   TJSONView FJson;
+  mutable TJSONMemberFinder FFinder;  // remembers where it is, which changes no answer
 };
 
 }  // namespace oxSuperAPI

@@ -58,10 +58,13 @@ void TBeamBankAccount::Read(const TBeamRecordReader& Json) {
 }
 
 template void TBeamPersonName::Write(TJSONObjectHelper&) const;
+template void TBeamPersonName::Write(TJSONTextCounter&) const;
 template void TBeamPersonName::Write(TJSONTextWriter&) const;
 template void WritePhoneNumbers(TJSONObjectHelper&, const TBeamPhoneNumbers&);
+template void WritePhoneNumbers(TJSONTextCounter&, const TBeamPhoneNumbers&);
 template void WritePhoneNumbers(TJSONTextWriter&, const TBeamPhoneNumbers&);
 template void TBeamBankAccount::Write(TJSONObjectHelper&) const;
+template void TBeamBankAccount::Write(TJSONTextCounter&) const;
 template void TBeamBankAccount::Write(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

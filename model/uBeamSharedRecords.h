@@ -1,15 +1,12 @@
 #pragma once
 
-#include <array>
-#include <cstddef>
 #include <string>
 
+#include "oxSuperAPI/foundation/uBeamCompactText.h"
 #include "oxSuperAPI/host/uBeamError.h"
+#include "oxSuperAPI/model/uBeamEntryTable.h"
 
 namespace oxSuperAPI {
-
-/// Tables inside a record have five entries; what the service sends beyond them is not kept.
-inline constexpr std::size_t MaxTableEntries = 5;
 
 class TBeamRecordReader;
 
@@ -18,11 +15,11 @@ class TBeamRecordReader;
 /// A person, as the service splits a name. Texts are passed through.
 struct OXSUPERAPI_EXPORT TBeamPersonName {
   /// A text that is empty is left out. @{
-  std::string familyName;
-  std::string givenName;
-  std::string otherGivenName;
-  std::string suffix;
-  std::string title;
+  TBeamText familyName;
+  TBeamText givenName;
+  TBeamText otherGivenName;
+  TBeamText suffix;
+  TBeamText title;
 
   template <class Sink>
   void Write(Sink& Json) const;
@@ -33,13 +30,13 @@ struct OXSUPERAPI_EXPORT TBeamPersonName {
 /// One way to reach a person. An entry without a number is never written.
 struct OXSUPERAPI_EXPORT TBeamPhoneNumber {
   /// Texts of the service. @{
-  std::string areaCode;
-  std::string number;
-  std::string phoneNumberType;
+  TBeamText areaCode;
+  TBeamText number;
+  TBeamText phoneNumberType;
   /// @}
 };
 /// An entry without a number is never written.
-using TBeamPhoneNumbers = std::array<TBeamPhoneNumber, MaxTableEntries>;
+using TBeamPhoneNumbers = TBeamEntryTable<TBeamPhoneNumber>;
 
 /// Adds "phoneNumbers" to the record that is being written.
 template <class Sink>

@@ -37,6 +37,7 @@ std::string TBeamSuperUsage::GetAsJsonString() const {
 }
 
 template void TBeamSuperUsage::Write(TJSONObjectHelper&) const;
+template void TBeamSuperUsage::Write(TJSONTextCounter&) const;
 template void TBeamSuperUsage::Write(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

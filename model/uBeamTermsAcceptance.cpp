@@ -27,6 +27,7 @@ std::string TBeamTermsAcceptance::GetAsJsonString() const {
 }
 
 template void TBeamTermsAcceptance::Write(TJSONObjectHelper&) const;
+template void TBeamTermsAcceptance::Write(TJSONTextCounter&) const;
 template void TBeamTermsAcceptance::Write(TJSONTextWriter&) const;
 
 }  // namespace oxSuperAPI

@@ -7,6 +7,8 @@
 #include <span>
 #include <type_traits>
 
+#include "oxSuperAPI/reference/db_open.h"
+#include "oxSuperAPI/reference/http_proxy.h"
 #include "oxSuperAPI/reference/private_file.h"
 #include "oxSuperAPI/reference/toml_file.h"
 
@@ -18,6 +20,7 @@ constexpr std::string_view What = "configuration";
 
 // A wrong letter here would lead to production without a word, so only the known values are accepted.
 constexpr std::array<std::string_view, 4> Environments = {"", "DEV", "QA", "PROD"};
+constexpr std::array<std::string_view, 3> Maskings = {"off", "tokens", "private"};
 
 // Every key once: its name, where it is kept, and what it means. The reader and the writer both follow this list.
 template <class Visitor, class Config>
@@ -39,18 +42,31 @@ void Describe(Visitor& File, Config& C) {
   File.Key("display_response_editor", C.identity.display_response_editor, "show responses when they arrive");
 
   File.Table("files", "Where things are kept; relative names start at this file's directory.");
-  File.Key("common_database", C.files.common_database, "SQLite file shared by the companies");
-  File.Key("payroll_database", C.files.payroll_database, "SQLite file of this company");
+  File.Address("common_database", C.files.common_database,
+               "\"sqlite:FILE\" or \"odbc:CONNECTION STRING\"; shared by the companies");
+  File.Address("payroll_database", C.files.payroll_database, "the same, of this company alone");
   File.Key("key", C.files.key, "key of the cipher: without it the credentials are lost, so back it up");
   File.Key("secrets", C.files.secrets, "scrambled client secrets");
   File.Key("log", C.files.log, "host log");
   File.Key("log_megabytes", C.files.log_megabytes, "size at which a new log file is begun");
   File.Key("log_kept_files", C.files.log_kept_files, "older log files kept");
 
+  File.Table("database", "Databases behind ODBC. Their passwords: \"oxsuper config set-secret\".");
+  File.Key("login_timeout_seconds", C.database.login_timeout_seconds, "until the server lets us in");
+  File.Key("query_timeout_seconds", C.database.query_timeout_seconds, "for one statement");
+
+  File.Table("log", "The call log: every request and its answer, a row each in the payroll database.");
+  File.Choice("masking", C.log.masking, Maskings,
+              "kept out of it: \"off\", \"tokens\", or \"private\": also people's data");
+
   File.Table("http", "How the service is reached.");
   File.Key("ca_file", C.http.ca_file, "PEM file with the authorities to trust; \"\": the system's");
-  File.Key("proxy", C.http.proxy, "\"http://host:port\"; \"\": none");
-  File.Key("no_proxy", C.http.no_proxy, "hosts that are reached without the proxy");
+  File.Key("client_certificate", C.http.client_certificate, "PEM file to show to the service; \"\": none");
+  File.Key("client_key", C.http.client_key, "its key, a file of the owner's alone; \"\": in the same file");
+  File.Key("proxy", C.http.proxy, "\"http://host:port\" or \"https://host:port\"; \"\": none");
+  File.Key("proxy_user", C.http.proxy_user, "the password: \"oxsuper config set-secret proxy\"");
+  File.Key("proxy_ca_file", C.http.proxy_ca_file, "authorities to trust for an https proxy; \"\": as ca_file");
+  File.Key("no_proxy", C.http.no_proxy, "hosts, domains, IP addresses and networks reached without the proxy");
   File.Key("connect_to", C.http.connect_to, "\"host:port\" = \"address:port\" to connect to instead");
   File.Key("connect_timeout_seconds", C.http.connect_timeout_seconds, "until the connection stands");
   File.Key("stall_timeout_seconds", C.http.stall_timeout_seconds, "without a byte in either direction");
@@ -108,6 +124,10 @@ class TReader {
   void Key(std::string_view Name, std::filesystem::path& Value, std::string_view) {
     if (const toml::node* Node = Find(Name)) Value = Text(*Node, Path(Name));
     if (!Value.empty()) Value = (FDirectory / Value).lexically_normal();
+  }
+  void Address(std::string_view Name, std::string& Value, std::string_view Meaning) {
+    Key(Name, Value, Meaning);
+    Value = AddressFrom(FDirectory, Value);
   }
   void Key(std::string_view Name, std::vector<std::string>& Value, std::string_view) {
     const toml::node* Node = Find(Name);
@@ -194,6 +214,9 @@ class TWriter {
   void Key(std::string_view Name, const Value& Content, std::string_view Meaning) {
     FText += fmt::format("{}  # {}\n", Assignment(Name, Content), Meaning);
   }
+  void Address(std::string_view Name, const std::string& Content, std::string_view Meaning) {
+    Key(Name, Content, Meaning);
+  }
   void Choice(std::string_view Name, const std::string& Content, std::span<const std::string_view>,
               std::string_view Meaning) {
     Key(Name, Content, Meaning);
@@ -228,6 +251,16 @@ class TWriter {
   std::string FText;
 };
 
+/// The adapter checks this as well, but only when it is first used.
+void CheckProxy(const std::string& FileName, const THttpConfig& Config) try {
+  const TProxy Proxy = ParseProxy(Config.proxy);
+  static_cast<void>(TNoProxy(Config.no_proxy));
+  if (!Proxy.User.empty() && !Config.proxy_user.empty())
+    throw TBeamError("give the proxy's user either in http.proxy or in http.proxy_user, not both");
+} catch (const TBeamError& Error) {
+  throw TBeamError(FileName + ": " + Error.what());
+}
+
 }  // namespace
 
 TReferenceConfig ReadConfig(const std::filesystem::path& FileName) {
@@ -239,6 +272,9 @@ TReferenceConfig ReadConfig(const std::filesystem::path& FileName) {
   Reader.Finish();
   if (!Config.identity.customer_pin.empty() && !Config.identity.customer_pin_file.empty())
     throw TBeamError(Name + ": give either identity.customer_pin or identity.customer_pin_file, not both");
+  if (!Config.http.client_key.empty() && Config.http.client_certificate.empty())
+    throw TBeamError(Name + ": http.client_key needs http.client_certificate");
+  CheckProxy(Name, Config.http);
   return Config;
 }
 

@@ -38,8 +38,8 @@ struct TIdentityConfig {
 /// Where things are kept.
 struct TFilesConfig {
   /// Keys of the table [files]; a written file explains each. @{
-  std::filesystem::path common_database = "common.db";
-  std::filesystem::path payroll_database = "payroll.db";
+  std::string common_database = "common.db";
+  std::string payroll_database = "payroll.db";
   std::filesystem::path key = "cipher.key";
   std::filesystem::path secrets = "secrets.toml";
   std::filesystem::path log = "host.log";
@@ -49,11 +49,32 @@ struct TFilesConfig {
   /// @}
 };
 
+/// How long a database behind ODBC may take.
+struct TDatabaseConfig {
+  /// Keys of the table [database]; a written file explains each. @{
+  std::chrono::seconds login_timeout_seconds{15};
+  std::chrono::seconds query_timeout_seconds{60};
+  bool operator==(const TDatabaseConfig&) const = default;
+  /// @}
+};
+
+/// What the call log may hold.
+struct TLogConfig {
+  /// Keys of the table [log]; a written file explains each. @{
+  std::string masking = "tokens";
+  bool operator==(const TLogConfig&) const = default;
+  /// @}
+};
+
 /// How the service is reached.
 struct THttpConfig {
   /// Keys of the table [http]; a written file explains each. @{
   std::filesystem::path ca_file;
+  std::filesystem::path client_certificate;
+  std::filesystem::path client_key;
   std::string proxy;
+  std::string proxy_user;
+  std::filesystem::path proxy_ca_file;
   std::vector<std::string> no_proxy;
   std::map<std::string, std::string> connect_to;
   std::chrono::seconds connect_timeout_seconds{15};
@@ -85,6 +106,8 @@ struct TReferenceConfig {
   /// The tables of the file. @{
   TIdentityConfig identity;
   TFilesConfig files;
+  TDatabaseConfig database;
+  TLogConfig log;
   THttpConfig http;
   TBatchConfig batch;
   bool operator==(const TReferenceConfig&) const = default;

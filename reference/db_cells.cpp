@@ -5,7 +5,7 @@
 #include <charconv>
 #include <chrono>
 #include <cmath>
-#include <limits>
+#include <utility>
 
 #include "oxSuperAPI/reference/db_error.h"
 
@@ -50,14 +50,21 @@ bool TakeCharacter(std::string_view& Text, char Character) {
 
 }  // namespace
 
-TDBCell ToCell(const TDBValue& Value) {
+TDBCell ToCell(TDBValue Value) {
   return std::visit(TVisitor{
                         [](std::monostate) -> TDBCell { return {}; },
                         [](std::int32_t Number) -> TDBCell { return std::int64_t{Number}; },
                         [](TDateTime Moment) -> TDBCell { return FormatDateTime(Moment); },
-                        [](const std::string& Text) -> TDBCell { return Text; },
+                        [](std::string&& Text) -> TDBCell { return std::move(Text); },
                     },
-                    Value);
+                    std::move(Value));
+}
+
+TDBValue ToValue(const TDBCell& Cell) {
+  if (std::holds_alternative<std::monostate>(Cell)) return {};
+  const auto* const Number = std::get_if<std::int64_t>(&Cell);
+  if (Number && std::in_range<std::int32_t>(*Number)) return static_cast<std::int32_t>(*Number);
+  return CellAsString(Cell);
 }
 
 std::string CellAsString(const TDBCell& Cell) {

@@ -23,7 +23,10 @@ struct TDBTable {
 };
 
 /// How a parameter is stored: a date-time as FormatDateTime gives it.
-OXSUPERAPI_EXPORT TDBCell ToCell(const TDBValue& Value);
+OXSUPERAPI_EXPORT TDBCell ToCell(TDBValue Value);
+
+/// A cell as a parameter's value. A number that no parameter can hold becomes its text.
+OXSUPERAPI_EXPORT TDBValue ToValue(const TDBCell& Cell);
 
 /// Reading a cell as the host interface lays it down: NULL gives "", 0 and 0.0. Content that is not what is asked for
 /// raises TDatabaseError, which names the column only. @{

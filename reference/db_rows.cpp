@@ -2,10 +2,16 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <utility>
+
 #include "oxSuperAPI/reference/db_error.h"
 #include "oxSuperAPI/reference/db_statement.h"
 
 namespace oxSuperAPI {
+
+TDBRows::TDBRows(TDBConnection& Connection, TDBStatement Select, std::string Table, TDBTable Rows)
+    : FConnection(Connection), FSelect(std::move(Select)), FTable(std::move(Table)), FRows(std::move(Rows)) {}
 
 std::string TDBRows::FieldAsString(std::string_view Name) const {
   return CellAsString(Cell(Name));
@@ -34,34 +40,42 @@ void TDBRows::Edit() {
 void TDBRows::Start(TState State) {
   if (FTable.empty()) throw TDatabaseError("Rows that do not come from one table alone cannot be changed");
   FState = State;
-  FChanges.clear();
+  FChanges = {};
 }
 
-void TDBRows::SetField(std::string_view Name, const TDBValue& Value) {
+void TDBRows::SetField(std::string_view Name, TDBValue Value) {
   if (FState == TState::Browse) throw TDatabaseError("A field can be set only after Append or Edit");
   const std::string& Column = FRows.Columns[ColumnIndex(Name)];
-  for (TDBParameter& Change : FChanges) {
-    if (Change.Name != Column) continue;
-    Change.Value = Value;
+  const auto Earlier = std::ranges::find(FChanges.Names, Column);
+  if (Earlier != FChanges.Names.end()) {
+    FChanges.Values[static_cast<std::size_t>(Earlier - FChanges.Names.begin())] = std::move(Value);
     return;
   }
-  FChanges.push_back({Column, Value});
+  FChanges.Names.push_back(Column);
+  FChanges.Values.push_back(std::move(Value));
 }
 
 void TDBRows::Post() {
   if (FState == TState::Browse) throw TDatabaseError("There is no row to post: call Append or Edit first");
-  if (FChanges.empty()) throw TDatabaseError("A row without any field cannot be posted");
+  if (FChanges.Names.empty()) throw TDatabaseError("A row without any field cannot be posted");
   if (FState == TState::Append) {
     FRows.Rows.push_back(FConnection.InsertRow(FTable, FRows.Columns, FChanges));
     FCurrent = FRows.Rows.size() - 1;
   } else {
-    TDBConnection::TKey Key;
-    for (const std::string& Column : FConnection.PrimaryKey(FTable)) Key.emplace_back(Column, Cell(Column));
-    if (Key.empty())
-      throw TDatabaseError(fmt::format("Rows of {} cannot be changed: the table has no primary key", FTable));
-    FRows.Rows[FCurrent] = FConnection.UpdateRow(FTable, FRows.Columns, FChanges, Key);
+    FRows.Rows[FCurrent] = FConnection.UpdateRow(FTable, FRows.Columns, FChanges, Place());
   }
   FState = TState::Browse;
+}
+
+TDBRowPlace TDBRows::Place() const {
+  TDBRowPlace Place;
+  for (const std::string& Column : FConnection.PrimaryKey(FTable)) Place.Key.push_back({Column, ToValue(Cell(Column))});
+  if (!Place.Key.empty()) return Place;
+  Place.Condition = {WhereClause(FSelect.SQL), FSelect.Parameters};
+  if (Place.Condition.SQL.empty())
+    throw TDatabaseError(
+        fmt::format("Rows of {} cannot be changed: the table has no primary key, the select no condition", FTable));
+  return Place;
 }
 
 std::size_t TDBRows::ColumnIndex(std::string_view Name) const {

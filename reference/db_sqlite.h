@@ -1,14 +1,17 @@
 #pragma once
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "oxSuperAPI/reference/db_rows.h"
 
 struct sqlite3;
+struct sqlite3_stmt;
 
 namespace oxSuperAPI {
 
@@ -29,36 +32,31 @@ class OXSUPERAPI_EXPORT TSQLiteConnection final : public TDBConnection {
   TSQLiteConnection& operator=(const TSQLiteConnection&) = delete;
   ~TSQLiteConnection() override = default;
 
-  /// Raises when the statement is more than a single select.
-  std::unique_ptr<TDBRows> OpenRows(const TDBStatement& Statement) override;
-  void Execute(const TDBStatement& Statement) override;
-  /// Runs several statements without parameters, all or none of them.
-  void ExecuteScript(const std::string& Script);
+  void ExecuteScript(const std::string& Script) override;
+  void InTransaction(const std::function<void()>& Work) override;
+  TSQLDialect Dialect() const override { return TSQLDialect::SQLite; }
 
  protected:
-  std::vector<std::string> PrimaryKey(const std::string& Table) override;
-  std::vector<TDBCell> InsertRow(const std::string& Table, const std::vector<std::string>& Columns,
-                                 const std::vector<TDBParameter>& Fields) override;
-  std::vector<TDBCell> UpdateRow(const std::string& Table, const std::vector<std::string>& Columns,
-                                 const std::vector<TDBParameter>& Fields, const TKey& Key) override;
+  bool ReturnsRows() const override { return true; }
+  TDBTable Run(std::string_view SQL, const std::vector<TDBValue>& Values) override;
 
  private:
   struct TClose {
     void operator()(sqlite3* Database) const;
+    void operator()(sqlite3_stmt* Statement) const;
   };
+  using TStatement = std::unique_ptr<sqlite3_stmt, TClose>;
   struct TInMemory {};
   explicit TSQLiteConnection(TInMemory);
 
   void OpenDatabase(const char* FileName, int Flags);
   void Prepare(std::chrono::milliseconds BusyTimeout);
-  TDBTable Run(std::string_view SQL, const std::vector<TDBCell>& Values, bool SelectOnly = false);
-  TDBTable RunNamed(std::string_view SQL, const std::vector<TDBParameter>& Parameters, bool SelectOnly = false);
-  template <class Body>
-  void InTransaction(Body Work);
+  sqlite3_stmt* Prepared(std::string_view SQL);
   [[noreturn]] void Fail(std::string_view SQL, int Code) const;
 
   std::string FFileName;
   std::unique_ptr<sqlite3, TClose> FDatabase;
+  std::unordered_map<std::string, TStatement> FPrepared;  ///< by text; idle, with nothing bound
 };
 
 }  // namespace oxSuperAPI

@@ -36,6 +36,9 @@ struct TIfExists {
   std::string Then;
   std::string Else;
   /// @}
+
+  /// The caller's statement as a whole, with the update narrowed: for a database that knows "if exists" itself.
+  std::string Whole;
 };
 /// None when `SQL` is not of that form.
 OXSUPERAPI_EXPORT std::optional<TIfExists> SplitIfExists(std::string_view SQL);
@@ -43,6 +46,18 @@ OXSUPERAPI_EXPORT std::optional<TIfExists> SplitIfExists(std::string_view SQL);
 /// The table, as written, of a select from one table alone, whose rows can therefore be changed through the result;
 /// "" otherwise.
 OXSUPERAPI_EXPORT std::string SelectedTable(std::string_view SQL);
+
+/// The condition of such a select, its parameters included; "" when it has none.
+OXSUPERAPI_EXPORT std::string WhereClause(std::string_view SQL);
+
+/// A statement that reads and does not write, as far as its text tells.
+OXSUPERAPI_EXPORT bool IsSelect(std::string_view SQL);
+
+/// Neither empty nor several statements with semicolons between them.
+OXSUPERAPI_EXPORT bool IsOneStatement(std::string_view SQL);
+
+/// The text with `dbo.X` written `X`, for a database that has no such schema.
+OXSUPERAPI_EXPORT std::string WithoutSchema(std::string_view SQL);
 
 /// The statement's kind and table for an error text: "update of _iptblBeamSuperLog". Never raises.
 OXSUPERAPI_EXPORT std::string DescribeSQL(std::string_view SQL) noexcept;

@@ -8,6 +8,9 @@
 #include <string_view>
 #include <utility>
 
+#include "oxSuperAPI/reference/http_client_key.h"
+#include "oxSuperAPI/reference/http_failure.h"
+#include "oxSuperAPI/reference/http_proxy.h"
 #include "oxSuperAPI/reference/http_tls_watch.h"
 
 namespace oxSuperAPI {
@@ -73,6 +76,7 @@ struct TExchange {
   bool Encoded = false;    // ... and announce a compressed body
   bool TooLarge = false;
   std::size_t HeaderBytes = 0;
+  std::string Date = {};  // as its header has it
   std::string Answer = {};
 };
 
@@ -112,6 +116,7 @@ std::size_t OnHeader(char* Data, std::size_t, std::size_t Size, void* Context) n
     if (Line.starts_with("HTTP/")) Exchange.Headed = Exchange.Delimited = Exchange.Encoded = false;
     if (Line == "\r\n" || Line == "\n") Exchange.Headed = true;
     if (Name == "content-length" || Name == "transfer-encoding") Exchange.Delimited = true;
+    if (Name == "date") Exchange.Date = Line.substr(5);
     if (Name == "content-encoding" && Line.find("identity") == std::string_view::npos) Exchange.Encoded = true;
   } catch (...) {
     return 0;
@@ -138,65 +143,6 @@ void Set(CURL* Handle, CURLoption Option, Value Setting) {
   const CURLcode Code = curl_easy_setopt(Handle, Option, Setting);
   if (Code == CURLE_OUT_OF_MEMORY) throw std::bad_alloc();
   if (Code != CURLE_OK) throw TBeamError("libcurl refuses option " + std::to_string(Option) + ": it is too old");
-}
-
-template <class Value>
-Value Get(CURL* Handle, CURLINFO Info) {
-  Value Result{};
-  curl_easy_getinfo(Handle, Info, &Result);
-  return Result;
-}
-
-/// Why libcurl gave up, in words for a person. Its own words are added where they say more.
-std::string Explain(CURLcode Code, const TExchange& Exchange, const TTLSWatch& TLS, const char* Details) {
-  if (Exchange.Stopped) return "the server closed the kept connection without an answer";
-  if (Exchange.TooLarge) return "the answer is larger than allowed";
-  if (const std::string Problem = TLS.CertificateProblem(); !Problem.empty()) return Problem;
-  const std::string Cause = Details[0] != '\0' ? Details : curl_easy_strerror(Code);
-  switch (Code) {
-    case CURLE_PEER_FAILED_VERIFICATION:
-      return "the certificate of the server is for another name";
-    case CURLE_SSL_CACERT_BADFILE:
-      return "the file of trusted authorities cannot be read";
-    case CURLE_COULDNT_RESOLVE_HOST:
-      return "the host name is not known. Check the name and the network";
-    case CURLE_COULDNT_RESOLVE_PROXY:
-      return "the name of the proxy is not known";
-    case CURLE_COULDNT_CONNECT:
-      return "no connection (" + Cause + ")";
-    case CURLE_SSL_CONNECT_ERROR:
-      return "the TLS handshake failed (" + Cause + ")";
-    case CURLE_SEND_ERROR:
-    case CURLE_RECV_ERROR:
-      return "the connection broke (" + Cause + ")";
-    case CURLE_OPERATION_TIMEDOUT:
-      return Exchange.Fate == TRequestFate::NotSent ? "no connection in time" : "no complete answer in time";
-    case CURLE_PARTIAL_FILE:
-      return "the answer was cut short";
-    case CURLE_GOT_NOTHING:
-      return "the server closed the connection without an answer";
-    default:
-      return Cause;
-  }
-}
-
-/// Addresses, phases and amounts of a call that failed.
-std::string Diagnose(CURL* Handle, CURLcode Code, const char* Details) {
-  const auto Milliseconds = [&](CURLINFO Info) { return std::to_string(Get<curl_off_t>(Handle, Info) / 1000) + " ms"; };
-  const char* const Peer = Get<char*>(Handle, CURLINFO_PRIMARY_IP);
-  std::string Result = "Transport: curl " + std::to_string(Code) + " (" + curl_easy_strerror(Code) + ")";
-  if (Details[0] != '\0') Result += std::string(": ") + Details;
-  if (Peer && *Peer)
-    Result += "; peer " + std::string(Peer) + ":" + std::to_string(Get<long>(Handle, CURLINFO_PRIMARY_PORT));
-  Result += Get<long>(Handle, CURLINFO_NUM_CONNECTS) == 0 ? "; kept connection" : "; new connection";
-  Result += "; name after " + Milliseconds(CURLINFO_NAMELOOKUP_TIME_T);
-  Result += ", connection after " + Milliseconds(CURLINFO_CONNECT_TIME_T);
-  Result += ", TLS after " + Milliseconds(CURLINFO_APPCONNECT_TIME_T);
-  Result += ", first byte after " + Milliseconds(CURLINFO_STARTTRANSFER_TIME_T);
-  Result += ", end after " + Milliseconds(CURLINFO_TOTAL_TIME_T);
-  Result += "; body bytes sent " + std::to_string(Get<curl_off_t>(Handle, CURLINFO_SIZE_UPLOAD_T));
-  Result += ", received " + std::to_string(Get<curl_off_t>(Handle, CURLINFO_SIZE_DOWNLOAD_T));
-  return Result;
 }
 
 /// The caller's lines as they stand, and the ones that keep libcurl from adding its own.
@@ -230,9 +176,13 @@ struct THTTPCurl::TSession {
   struct TCleanup {
     void operator()(CURL* Curl) const { curl_easy_cleanup(Curl); }
   };
+  explicit TSession(THTTPCurlOptions Given)
+      : Options(std::move(Given)), Proxy(ParseProxy(Options.Proxy)), NoProxy(Options.NoProxy) {}
+
   THTTPCurlOptions Options;
+  TProxy Proxy;
+  TNoProxy NoProxy;
   TCurlList ConnectTo;
-  std::string NoProxy;
   TTLSWatch TLS;
   bool IsClean = false;  // the last call ended well
   std::unique_ptr<CURL, TCleanup> Handle;
@@ -245,14 +195,28 @@ struct THTTPCurl::TSession {
     return IsClean && Socket != CURL_SOCKET_BAD && poll(&Poll, 1, 0) == 0;
   }
 
-  /// Leaves nothing of the call before in the handle.
-  void Reset() {
+  /// Loopback needs no proxy, also when it is only where ConnectTo leads.
+  bool UsesProxy(const std::string& HostAndPort) const {
+    if (Proxy.URL.empty()) return false;
+    const THostPort Place = SplitHostPort(HostAndPort);
+    if (NoProxy.Covers(Place.Host)) return false;
+    static const TNoProxy LoopbackOnly({});
+    return std::ranges::none_of(Options.ConnectTo, [&](const THTTPConnectTo& Entry) {
+      const THostPort From = SplitHostPort(Entry.From);
+      return From.Host == Place.Host && From.Port == (Place.Port.empty() ? "443" : Place.Port) &&
+             LoopbackOnly.Covers(SplitHostPort(Entry.To).Host);
+    });
+  }
+
+  /// Leaves nothing of the call before in the handle. `HostAndPort` is of the URL.
+  void Reset(const std::string& HostAndPort) {
+    const bool Tunnel = UsesProxy(HostAndPort);
     CURL* const Curl = Handle.get();
     const bool Reuse = IsReusable();
     curl_easy_reset(Curl);
     Set(Curl, CURLOPT_FRESH_CONNECT, Reuse ? 0L : 1L);
     IsClean = false;
-    TLS.StartCall();
+    TLS.StartCall(SplitHostPort(HostAndPort).Host, Tunnel && Proxy.IsTLS ? Proxy.Host : "");
     Set(Curl, CURLOPT_NOSIGNAL, 1L);
     Set(Curl, CURLOPT_PROTOCOLS_STR, "https");
     Set(Curl, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
@@ -271,8 +235,10 @@ struct THTTPCurl::TSession {
     Set(Curl, CURLOPT_CAPATH, static_cast<char*>(nullptr));  // with a directory, the store would not be kept
 
     // Set even when empty: unset, libcurl asks the environment.
-    Set(Curl, CURLOPT_PROXY, Options.Proxy.c_str());
-    Set(Curl, CURLOPT_NOPROXY, NoProxy.c_str());
+    Set(Curl, CURLOPT_PROXY, Tunnel ? Proxy.URL.c_str() : "");
+    Set(Curl, CURLOPT_NOPROXY, "");
+    if (Tunnel) SetProxy(Curl);
+    if (!Options.ClientCertificate.empty()) SetClientCertificate(Curl);
     Set(Curl, CURLOPT_HEADEROPT, static_cast<long>(CURLHEADER_SEPARATE));
     Set(Curl, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     Set(Curl, CURLOPT_CONNECT_TO, ConnectTo.get());
@@ -282,20 +248,50 @@ struct THTTPCurl::TSession {
     Set(Curl, CURLOPT_LOW_SPEED_LIMIT, 1L);
     Set(Curl, CURLOPT_LOW_SPEED_TIME, static_cast<long>(Options.StallTimeout.count()));
   }
+
+ private:
+  void SetProxy(CURL* Curl) {
+    const std::string& CAFile = Options.ProxyCAFile.empty() ? Options.CAFile : Options.ProxyCAFile;
+    Set(Curl, CURLOPT_PROXY_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    Set(Curl, CURLOPT_PROXY_SSL_VERIFYPEER, 1L);
+    Set(Curl, CURLOPT_PROXY_SSL_VERIFYHOST, 2L);
+    if (!CAFile.empty()) Set(Curl, CURLOPT_PROXY_CAINFO, CAFile.c_str());
+    Set(Curl, CURLOPT_PROXY_CAPATH, static_cast<char*>(nullptr));
+    // Basic: the only scheme that is done with one CONNECT.
+    Set(Curl, CURLOPT_PROXYAUTH, CURLAUTH_BASIC);
+    const std::string& User = Proxy.User.empty() ? Options.ProxyUser : Proxy.User;
+    if (User.empty()) return;
+    Set(Curl, CURLOPT_PROXYUSERNAME, User.c_str());
+    if (Proxy.User.empty() && Options.ProxyPassword)
+      Set(Curl, CURLOPT_PROXYPASSWORD, Options.ProxyPassword().c_str());
+    else
+      Set(Curl, CURLOPT_PROXYPASSWORD, Proxy.Password.c_str());
+  }
+
+  void SetClientCertificate(CURL* Curl) {
+    const TClientKey Key = ReadClientKey(Options.ClientCertificate, Options.ClientKey, Options.ClientKeyPassphrase);
+    const auto SetBlob = [&](CURLoption Option, const std::string& Text) {
+      curl_blob Blob{const_cast<char*>(Text.data()), Text.size(), CURL_BLOB_COPY};
+      Set(Curl, Option, &Blob);
+    };
+    SetBlob(CURLOPT_SSLCERT_BLOB, Key.Certificates);
+    SetBlob(CURLOPT_SSLKEY_BLOB, Key.Key);
+  }
 };
 
-THTTPCurl::THTTPCurl(THTTPCurlOptions Options) : FSession(std::make_unique<TSession>()) {
+THTTPCurl::THTTPCurl(THTTPCurlOptions Options) : FSession(std::make_unique<TSession>(std::move(Options))) {
   static const CURLcode Started = curl_global_init(CURL_GLOBAL_DEFAULT);
   if (Started != CURLE_OK) throw TBeamError("libcurl cannot be started");
-  if (Options.ConnectTimeout.count() <= 0 || Options.StallTimeout.count() <= 0 || Options.TotalTimeout.count() <= 0)
+  const THTTPCurlOptions& Own = FSession->Options;
+  if (Own.ConnectTimeout.count() <= 0 || Own.StallTimeout.count() <= 0 || Own.TotalTimeout.count() <= 0)
     throw TBeamError("The HTTP time-outs must be positive");
-  for (const auto& [From, To] : Options.ConnectTo) {
+  if (!Own.ProxyUser.empty() && !FSession->Proxy.User.empty())
+    throw TBeamError("The proxy's user stands both in its URL (http.proxy) and apart (http.proxy_user): choose one");
+  for (const auto& [From, To] : Own.ConnectTo) {
     if (!IsHostAndPort(From) || !IsHostAndPort(To))
       throw TBeamError("The HTTP connect-to entry \"" + From + "\" -> \"" + To + "\" needs host:port on both sides");
     Append(FSession->ConnectTo, From + ":" + To);
   }
-  for (const std::string& Name : Options.NoProxy) FSession->NoProxy += (FSession->NoProxy.empty() ? "" : ",") + Name;
-  FSession->Options = std::move(Options);
   FSession->Handle.reset(curl_easy_init());
   if (!FSession->Handle) throw TBeamError("libcurl cannot be started");
 }
@@ -317,6 +313,14 @@ std::int32_t THTTPCurl::httpNetPut(const std::string& URL, const TStringList& He
   return Send("PUT", URL, Headers, &Body, LogDetails, Response);
 }
 
+const std::vector<TServerCertificate>& THTTPCurl::ServerCertificates() const {
+  return FSession->TLS.ServerCertificates();
+}
+
+bool THTTPCurl::UsesProxy(const std::string& Host) const {
+  return FSession->UsesProxy(Host);
+}
+
 std::int32_t THTTPCurl::Send(const char* Method, const std::string& URL, const TStringList& Headers,
                              const TStringList* Body, TStringList& LogDetails, TStringList& Response) {
   if (FBusy.exchange(true)) throw THTTPError("An HTTP call is already running on this client", TRequestFate::NotSent);
@@ -325,6 +329,7 @@ std::int32_t THTTPCurl::Send(const char* Method, const std::string& URL, const T
     ~TRelease() { Busy = false; }
   } const Release{FBusy};
   FLastFate = TRequestFate::NotSent;
+  FServerTime.reset();
 
   const TWireURL Target = EncodeURL(URL);
   CheckHeaders(Headers);
@@ -334,7 +339,7 @@ std::int32_t THTTPCurl::Send(const char* Method, const std::string& URL, const T
   TBodyReader Reader(Body ? *Body : NoBody);
   char Details[CURL_ERROR_SIZE] = "";
 
-  FSession->Reset();
+  FSession->Reset(Target.Host);
   CURL* const Curl = FSession->Handle.get();
   Set(Curl, CURLOPT_ERRORBUFFER, Details);
   Set(Curl, CURLOPT_URL, Target.Text.c_str());
@@ -357,9 +362,19 @@ std::int32_t THTTPCurl::Send(const char* Method, const std::string& URL, const T
 
   const CURLcode Code = curl_easy_perform(Curl);
   const auto Status = static_cast<std::int32_t>(Get<long>(Curl, CURLINFO_RESPONSE_CODE));
+  const TFailedCall Failed{.Handle = Curl,
+                           .Code = Code,
+                           .Details = Details,
+                           .NothingSent = FLastFate == TRequestFate::NotSent,
+                           .Proxy = FSession->UsesProxy(Target.Host) ? &FSession->Proxy : nullptr,
+                           .TLS = FSession->TLS};
   std::string Reason;
-  if (Code != CURLE_OK)
-    Reason = Explain(Code, Exchange, FSession->TLS, Details);
+  if (Exchange.Stopped)
+    Reason = "the server closed the kept connection without an answer";
+  else if (Exchange.TooLarge)
+    Reason = "the answer is larger than allowed";
+  else if (Code != CURLE_OK)
+    Reason = Explain(Failed);
   else if (!Exchange.Headed || Status < 200)  // libcurl takes headers that break off for an empty answer
     Reason = "the answer was cut short";
   else if (!Exchange.Delimited && Status != 204 && Status != 304 && !FSession->TLS.SaidFarewell())
@@ -368,13 +383,14 @@ std::int32_t THTTPCurl::Send(const char* Method, const std::string& URL, const T
     Reason = "the answer is compressed although that was not asked for";
 
   if (!Reason.empty()) {
-    LogDetails.Add(Diagnose(Curl, Code, Details));
+    LogDetails.Add(Diagnose(Failed));
     throw THTTPError(std::string(Method) + " to " + Target.Host + " failed: " + Reason +
                          (FLastFate == TRequestFate::NotSent ? ". Nothing was sent" : ". The request may have arrived"),
                      FLastFate);
   }
   FLastFate = TRequestFate::Answered;
   FSession->IsClean = true;
+  if (const std::time_t Time = curl_getdate(Exchange.Date.c_str(), nullptr); Time != -1) FServerTime = Time;
   Response.SetText(std::move(Exchange.Answer));
   return Status;
 }

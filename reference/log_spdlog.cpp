@@ -56,7 +56,7 @@ void TSpdlogLog::Open() {
 void TSpdlogLog::AddToLog(const std::string& Text, int Kind, TLogSeverity Severity) {
   try {
     if (!FLogger) Open();
-    FLogger->log(Level(Severity), "{} {}", Kind, EscapeForLog(Text));
+    FLogger->log(Level(Severity), "{} {}", Kind, EscapeForLog(FOptions.Mask ? FOptions.Mask(Text) : Text));
   } catch (const std::exception&) {
     FFailed = true;
   }

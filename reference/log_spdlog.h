@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,9 +16,10 @@ namespace oxSuperAPI {
 
 /// Where the log is kept and how much of it.
 struct TSpdlogOptions {
-  std::string FileName;             ///< older files get a number: host.log, host.1.log, ...
-  std::size_t MaxBytes = 5u << 20;  ///< of one file
-  std::size_t KeptFiles = 5;        ///< besides the current one
+  std::string FileName;                                    ///< older files get a number: host.log, host.1.log, ...
+  std::size_t MaxBytes = 5u << 20;                         ///< of one file
+  std::size_t KeptFiles = 5;                               ///< besides the current one
+  std::function<std::string(std::string_view)> Mask = {};  ///< what may be written of a text; empty: all of it
 };
 
 /// The host log in rotating files that only the owner may read, one line an entry:

@@ -4,7 +4,9 @@
 
 #include <utility>
 
+#include "oxSuperAPI/reference/db_open.h"
 #include "oxSuperAPI/reference/private_file.h"
+#include "oxSuperAPI/reference/secrets_toml.h"
 
 namespace oxSuperAPI {
 
@@ -13,7 +15,11 @@ namespace {
 THTTPCurlOptions CurlOptions(const THttpConfig& Config) {
   THTTPCurlOptions Options;
   Options.CAFile = Config.ca_file.string();
+  Options.ClientCertificate = Config.client_certificate.string();
+  Options.ClientKey = Config.client_key.string();
   Options.Proxy = Config.proxy;
+  Options.ProxyUser = Config.proxy_user;
+  Options.ProxyCAFile = Config.proxy_ca_file.string();
   Options.NoProxy = Config.no_proxy;
   for (const auto& [From, To] : Config.connect_to) Options.ConnectTo.push_back({From, To});
   Options.ConnectTimeout = Config.connect_timeout_seconds;
@@ -28,27 +34,34 @@ void NeedFile(const std::filesystem::path& File, std::string_view What) {
     throw TBeamError(fmt::format("The {} {} does not exist: run \"oxsuper init\"", What, File.string()));
 }
 
-std::unique_ptr<TDBConnection> OpenDatabase(const std::filesystem::path& File, TDatabaseRole Role) {
-  NeedFile(File, Role == TDatabaseRole::Common ? "common database" : "payroll database");
-  auto Connection = std::make_unique<TSQLiteConnection>(File.string());
+void CreateDatabase(const std::string& Address, TDatabaseRole Role) {
+  if (!SQLiteFile(Address)) return;
+  CreateDatabaseFile(Address);
+  const std::unique_ptr<TDBConnection> Connection = OpenDatabase(Address);
+  CreateSchema(*Connection, Role);
   CheckSchema(*Connection, Role);
-  return Connection;
-}
-
-void CreateDatabase(const std::filesystem::path& File, TDatabaseRole Role) {
-  if (!PathExists(File.string())) TSQLiteConnection::CreateFile(File.string());
-  TSQLiteConnection Connection(File.string());
-  CreateSchema(Connection, Role);
-  CheckSchema(Connection, Role);
 }
 
 }  // namespace
 
 TReferenceHost::TReferenceHost(TReferenceConfig Config)
-    : FConfig(std::move(Config)), FIdentity(FConfig.identity, FConfig.files.secrets.string()) {}
+    : FConfig(std::move(Config)),
+      FIdentity(FConfig.identity, FConfig.files.secrets.string()),
+      FMasking(LogMaskingOf(FConfig.log.masking)) {}
 
 THTTPCurl& TReferenceHost::HTTPHelper() {
-  if (!FHTTPHelper) FHTTPHelper.emplace(CurlOptions(FConfig.http));
+  if (!FHTTPHelper) {
+    const auto Secret = [this](std::string_view Name) {
+      return THTTPSecret([this, Name] {
+        const std::string Scrambled = ReadScrambledSecret(FConfig.files.secrets.string(), "http", Name);
+        return Scrambled.empty() ? "" : Cipher().DecodeDecrypt(Scrambled);
+      });
+    };
+    THTTPCurlOptions Options = CurlOptions(FConfig.http);
+    Options.ClientKeyPassphrase = Secret("client_key_passphrase");
+    Options.ProxyPassword = Secret("proxy_password");
+    FHTTPHelper.emplace(std::move(Options), FSecrets);
+  }
   return *FHTTPHelper;
 }
 
@@ -67,20 +80,49 @@ TOpenSSLCipher& TReferenceHost::Cipher() {
 
 TSpdlogLog& TReferenceHost::Log() {
   if (!FLog)
-    FLog.emplace(TSpdlogOptions{.FileName = FConfig.files.log.string(),
-                                .MaxBytes = std::size_t{FConfig.files.log_megabytes} << 20,
-                                .KeptFiles = FConfig.files.log_kept_files});
+    FLog.emplace(
+        TSpdlogOptions{.FileName = FConfig.files.log.string(),
+                       .MaxBytes = std::size_t{FConfig.files.log_megabytes} << 20,
+                       .KeptFiles = FConfig.files.log_kept_files,
+                       .Mask = [this](std::string_view Text) { return TLogMasker(FMasking, FSecrets).Mask(Text); }});
   return *FLog;
 }
 
 TDBConnection* TReferenceHost::ADOMainCommonConnection() {
-  if (!FCommon) FCommon = OpenDatabase(FConfig.files.common_database, TDatabaseRole::Common);
+  if (!FCommon) FCommon = OpenChecked(TDatabaseRole::Common);
   return FCommon.get();
 }
 
-TDBConnection* TReferenceHost::ADOMainConnection() {
-  if (!FPayroll) FPayroll = OpenDatabase(FConfig.files.payroll_database, TDatabaseRole::Payroll);
-  return FPayroll.get();
+TDBConnection& TReferenceHost::PayrollDatabase() {
+  if (!FPayroll) FPayroll = OpenChecked(TDatabaseRole::Payroll);
+  return *FPayroll;
+}
+
+TGuardedLogConnection* TReferenceHost::ADOMainConnection() {
+  if (!FGuardedPayroll) FGuardedPayroll.emplace(PayrollDatabase(), FMasking, FSecrets);
+  return &*FGuardedPayroll;
+}
+
+std::unique_ptr<TDBConnection> TReferenceHost::OpenDatabase(TDatabaseRole Role) {
+  const bool Common = Role == TDatabaseRole::Common;
+  const std::string& Address = Common ? FConfig.files.common_database : FConfig.files.payroll_database;
+  if (const auto File = SQLiteFile(Address)) NeedFile(*File, Common ? "common database" : "payroll database");
+  std::string Password;
+  if (ODBCString(Address)) {
+    Password = ReadScrambledSecret(FConfig.files.secrets.string(), "database", Common ? "common" : "payroll");
+    if (!Password.empty()) Password = Cipher().DecodeDecrypt(Password);
+  }
+  return oxSuperAPI::OpenDatabase(
+      Address,
+      {.LoginTimeout = FConfig.database.login_timeout_seconds, .QueryTimeout = FConfig.database.query_timeout_seconds},
+      Password);
+}
+
+std::unique_ptr<TDBConnection> TReferenceHost::OpenChecked(TDatabaseRole Role) {
+  auto Connection = OpenDatabase(Role);
+  // A server's tables are an administrator's business ("oxsuper db check"); a question each time would cost a while.
+  if (Connection->Dialect() == TSQLDialect::SQLite) CheckSchema(*Connection, Role);
+  return Connection;
 }
 
 std::unique_ptr<TfrmResponseEditor> TReferenceHost::CreateResponseEditor(TEditorKind Kind) {

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "oxSuperAPI/reference/db_sqlite.h"
+#include "oxSuperAPI/reference/db_connection.h"
 
 namespace oxSuperAPI {
 
@@ -10,9 +10,9 @@ namespace oxSuperAPI {
 enum class TDatabaseRole : std::uint8_t { Common, Payroll };
 
 /// Makes the tables that are missing, as reference/schema/ lays them down. What exists stays as it is.
-OXSUPERAPI_EXPORT void CreateSchema(TSQLiteConnection& Connection, TDatabaseRole Role);
+OXSUPERAPI_EXPORT void CreateSchema(TDBConnection& Connection, TDatabaseRole Role);
 
-/// Raises TDatabaseError, naming the first table or column that is missing. Further tables and columns do not matter.
-OXSUPERAPI_EXPORT void CheckSchema(TSQLiteConnection& Connection, TDatabaseRole Role);
+/// Raises TDatabaseError for the first thing that FindSchemaProblems (schema_check.h) finds.
+OXSUPERAPI_EXPORT void CheckSchema(TDBConnection& Connection, TDatabaseRole Role);
 
 }  // namespace oxSuperAPI

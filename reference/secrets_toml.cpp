@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <vector>
 
 #include "oxSuperAPI/reference/private_file.h"
 #include "oxSuperAPI/reference/toml_file.h"
@@ -12,34 +13,57 @@ namespace oxSuperAPI {
 namespace {
 
 constexpr std::string_view What = "secrets file";
-constexpr std::array<std::string_view, 2> Channels = {"application", "administrator"};
-constexpr std::array<std::string_view, 3> Environments = {"Dev", "QA", "Prod"};
 
-using TSecrets = std::map<std::string, std::map<std::string, std::string>>;  // channel, environment, text
+struct TGroup {
+  std::string_view Name;
+  std::array<std::string_view, 3> Secrets;
+};
+constexpr TGroup Groups[] = {
+    {"application", {"Dev", "QA", "Prod"}},
+    {"administrator", {"Dev", "QA", "Prod"}},
+    {"database", {"common", "payroll"}},
+    {"http", {"client_key_passphrase", "proxy_password"}},
+};
 
-template <std::size_t Size>
-bool Known(const std::array<std::string_view, Size>& Names, std::string_view Name) {
-  return std::ranges::find(Names, Name) != Names.end();
+using TSecrets = std::map<std::string, std::map<std::string, std::string>>;  // group, name, text
+
+std::string GroupNames() {
+  std::vector<std::string_view> Names;
+  for (const TGroup& Group : Groups) Names.push_back(Group.Name);
+  return fmt::format("{}", fmt::join(Names, ", "));
+}
+std::string SecretNames(const TGroup& Group) {
+  const std::string Names = fmt::format("{}", fmt::join(Group.Secrets, ", "));
+  return Names.ends_with(", ") ? Names.substr(0, Names.size() - 2) : Names;
 }
 
-void CheckNames(std::string_view Channel, std::string_view Environment) {
-  if (!Known(Channels, Channel))
-    throw TBeamError(fmt::format("The channel has to be one of {}", fmt::join(Channels, ", ")));
-  if (!Known(Environments, Environment))
-    throw TBeamError(fmt::format("The environment has to be one of {}", fmt::join(Environments, ", ")));
+const TGroup* FindGroup(std::string_view Name) {
+  const auto Found = std::ranges::find(Groups, Name, &TGroup::Name);
+  return Found == std::end(Groups) ? nullptr : Found;
+}
+bool Holds(const TGroup& Group, std::string_view Secret) {
+  return !Secret.empty() && std::ranges::find(Group.Secrets, Secret) != Group.Secrets.end();
+}
+
+void CheckNames(std::string_view GroupName, std::string_view Name) {
+  const TGroup* const Group = FindGroup(GroupName);
+  if (!Group) throw TBeamError("The group of a secret has to be one of " + GroupNames());
+  if (!Holds(*Group, Name))
+    throw TBeamError(fmt::format("A secret of {} has to be one of {}", GroupName, SecretNames(*Group)));
 }
 
 TSecrets Read(const std::string& FileName) {
   TSecrets Secrets;
   if (!PathExists(FileName)) return Secrets;
   const toml::table Root = ReadTOMLFile(FileName, What);
-  for (const auto& [Channel, Entries] : Root) {
-    if (!Known(Channels, Channel.str()) || !Entries.is_table())
-      FailAt(FileName, Channel, fmt::format("only the tables {} may stand here", fmt::join(Channels, ", ")));
-    for (const auto& [Environment, Text] : *Entries.as_table()) {
-      if (!Known(Environments, Environment.str()) || !Text.is_string())
-        FailAt(FileName, Environment, fmt::format("only the texts {} may stand here", fmt::join(Environments, ", ")));
-      Secrets[std::string(Channel.str())][std::string(Environment.str())] = Text.as_string()->get();
+  for (const auto& [GroupName, Entries] : Root) {
+    const TGroup* const Group = FindGroup(GroupName.str());
+    if (!Group || !Entries.is_table())
+      FailAt(FileName, GroupName, fmt::format("only the tables {} may stand here", GroupNames()));
+    for (const auto& [Name, Text] : *Entries.as_table()) {
+      if (!Holds(*Group, Name.str()) || !Text.is_string())
+        FailAt(FileName, Name, fmt::format("only the texts {} may stand here", SecretNames(*Group)));
+      Secrets[std::string(GroupName.str())][std::string(Name.str())] = Text.as_string()->get();
     }
   }
   return Secrets;
@@ -47,19 +71,19 @@ TSecrets Read(const std::string& FileName) {
 
 }  // namespace
 
-std::string ReadScrambledSecret(const std::string& FileName, std::string_view Channel, std::string_view Environment) {
-  CheckNames(Channel, Environment);
-  return Read(FileName)[std::string(Channel)][std::string(Environment)];
+std::string ReadScrambledSecret(const std::string& FileName, std::string_view Group, std::string_view Name) {
+  CheckNames(Group, Name);
+  return Read(FileName)[std::string(Group)][std::string(Name)];
 }
 
-void WriteScrambledSecret(const std::string& FileName, std::string_view Channel, std::string_view Environment,
+void WriteScrambledSecret(const std::string& FileName, std::string_view Group, std::string_view Name,
                           std::string_view Scrambled) {
-  CheckNames(Channel, Environment);
+  CheckNames(Group, Name);
   TSecrets Secrets = Read(FileName);
-  Secrets[std::string(Channel)][std::string(Environment)] = Scrambled;
-  std::string Text = "# Scrambled client secrets; set them with \"oxsuper config set-secret\".\n";
-  for (const auto& [Name, Entries] : Secrets) {
-    Text += fmt::format("\n[{}]\n", Name);
+  Secrets[std::string(Group)][std::string(Name)] = Scrambled;
+  std::string Text = "# Scrambled secrets; set them with \"oxsuper config set-secret\".\n";
+  for (const auto& [Table, Entries] : Secrets) {
+    Text += fmt::format("\n[{}]\n", Table);
     for (const auto& [Key, Value] : Entries) Text += fmt::format("{} = {}\n", Key, QuotedTOML(Value));
   }
   ReplacePrivateFile(FileName, What, Text);

@@ -7,6 +7,7 @@
 #include <iostream>
 
 #include "control.h"
+#include "http_time.h"
 #include "router.h"
 
 namespace sandbox {
@@ -135,6 +136,7 @@ bool Connection::ServeOne() {
   services_.journal.BodyRead(id, request.body());
   Answer answer;
   if (preset.handle) answer = RunEndpoint(request, access, services_);
+  answer.headers.emplace_back("Date", HttpTime(services_.clock.Now()));
   Override(answer, preset);
   const bool silent = preset.fault == Fault::resetAfterRead || preset.fault == Fault::closeAfterRead;
   services_.journal.Answered(id, silent ? 0 : answer.status, Name(preset.fault));

@@ -52,7 +52,7 @@ class TFakeQuery final : public TADOQuery {
     Start(*FCurrent, true);
   }
 
-  void SetField(std::string_view Name, const TDBValue& Value) override {
+  void SetField(std::string_view Name, TDBValue Value) override {
     FConnection.FieldsSet.push_back({std::string(Name), Value});
     FConnection.Faults.Check("SetField");
     if (!FPending) throw TBeamError("A field is set without Append or Edit");

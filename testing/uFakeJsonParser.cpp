@@ -3,7 +3,8 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <utility>
+
+#include "oxSuperAPI/host/uHostJsonBuilder.h"
 
 namespace oxSuperAPI {
 
@@ -44,20 +45,19 @@ void AppendUTF8(std::string& Out, std::uint32_t Code) {
   Add(0x80 | (Code & 0x3F));
 }
 
-/// Recursive descent. Every operation gives none, or false, as soon as the text is not JSON.
+/// Recursive descent. Every operation is false, or gives none, as soon as the text is not JSON.
 class TReader {
  public:
   explicit TReader(std::string_view Text) : FText(Text) {}
 
-  std::optional<TJSONValue> Document() {
-    std::optional<TJSONValue> Result = Value();
+  std::unique_ptr<TJSONValue> Document() {
+    if (!Value()) return nullptr;
     SkipBlanks();
-    if (FPosition != FText.size()) return {};
-    return Result;
+    return FPosition == FText.size() ? FTree.Take() : nullptr;
   }
 
  private:
-  std::optional<TJSONValue> Value() {
+  bool Value() {
     SkipBlanks();
     switch (Peek()) {
       case '{':
@@ -65,75 +65,61 @@ class TReader {
       case '[':
         return Array();
       case '"': {
-        std::optional<std::string> Text = String();
-        if (!Text) return {};
-        return TJSONValue(std::move(*Text));
+        const std::optional<std::string> Text = String();
+        return Text && FTree.String(*Text);
       }
       case 't':
-        return Literal("true", TJSONValue(true));
+        return Literal("true") && FTree.Boolean(true);
       case 'f':
-        return Literal("false", TJSONValue(false));
+        return Literal("false") && FTree.Boolean(false);
       case 'n':
-        return Literal("null", TJSONValue());
+        return Literal("null") && FTree.Null();
       default:
         return Number();
     }
   }
 
-  std::optional<TJSONValue> Object() {
-    TJSONObject Result;
-    const bool Read = List('{', '}', [&] {
-      SkipBlanks();
-      std::optional<std::string> Name = String();
-      if (!Name || !TakeToken(':')) return false;
-      std::optional<TJSONValue> Member = Value();
-      if (Member) Result.Append(std::move(*Name), std::move(*Member));
-      return Member.has_value();
-    });
-    if (!Read) return {};
-    return TJSONValue(std::move(Result));
+  bool Object() {
+    return FTree.BeginObject() &&
+           List('{', '}',
+                [&] {
+                  SkipBlanks();
+                  const std::optional<std::string> Name = String();
+                  return Name && FTree.Name(*Name) && TakeToken(':') && Value();
+                }) &&
+           FTree.EndObject();
   }
 
-  std::optional<TJSONValue> Array() {
-    TJSONArray Result;
-    const bool Read = List('[', ']', [&] {
-      std::optional<TJSONValue> Element = Value();
-      if (Element) Result.Append(std::move(*Element));
-      return Element.has_value();
-    });
-    if (!Read) return {};
-    return TJSONValue(std::move(Result));
+  bool Array() {
+    return FTree.BeginArray() && List('[', ']', [&] { return Value(); }) && FTree.EndArray();
   }
 
   template <class ReadItem>
   bool List(char Open, char Close, ReadItem Item) {
-    if (!TakeToken(Open) || ++FDepth > MaxJSONDepth) return false;
-    if (!TakeToken(Close)) {
-      do {
-        if (!Item()) return false;
-      } while (TakeToken(','));
-      if (!TakeToken(Close)) return false;
-    }
-    --FDepth;
+    if (!TakeToken(Open)) return false;
+    if (TakeToken(Close)) return true;
+    do {
+      if (!Item()) return false;
+    } while (TakeToken(','));
+    return TakeToken(Close);
+  }
+
+  bool Literal(std::string_view Word) {
+    if (!FText.substr(FPosition).starts_with(Word)) return false;
+    FPosition += Word.size();
     return true;
   }
 
-  std::optional<TJSONValue> Literal(std::string_view Word, TJSONValue Meaning) {
-    if (!FText.substr(FPosition).starts_with(Word)) return {};
-    FPosition += Word.size();
-    return Meaning;
-  }
-
-  std::optional<TJSONValue> Number() {
+  bool Number() {
     const std::size_t Start = FPosition;
     Take('-');
-    if (!Take('0') && !Digits()) return {};
-    if (Take('.') && !Digits()) return {};
+    if (!Take('0') && !Digits()) return false;
+    if (Take('.') && !Digits()) return false;
     if (Take('e') || Take('E')) {
       if (!Take('+')) Take('-');
-      if (!Digits()) return {};
+      if (!Digits()) return false;
     }
-    return TJSONValue(TJSONNumber{std::string(FText.substr(Start, FPosition - Start))});
+    return FTree.Number(FText.substr(Start, FPosition - Start));
   }
 
   bool Digits() {
@@ -226,7 +212,7 @@ class TReader {
 
   std::string_view FText;
   std::size_t FPosition = 0;
-  std::size_t FDepth = 0;
+  TJSONTreeBuilder FTree;
 };
 
 }  // namespace
@@ -236,8 +222,7 @@ std::unique_ptr<TJSONValue> TFakeJSONParser::Parse(std::string_view Text) {
   static constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
   if (Text.starts_with(ByteOrderMark)) Text.remove_prefix(ByteOrderMark.size());
   if (!IsUTF8(Text)) return nullptr;
-  std::optional<TJSONValue> Document = TReader(Text).Document();
-  return Document ? std::make_unique<TJSONValue>(std::move(*Document)) : nullptr;
+  return TReader(Text).Document();
 }
 
 }  // namespace oxSuperAPI

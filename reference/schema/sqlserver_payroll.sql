@@ -1,9 +1,13 @@
--- The payroll database of one company on SQL Server. Enciphered values are looked up byte by byte, hence the binary collation.
-if object_id('dbo._iptblBeamSuperCustomerIDs') is null
+-- The payroll database of one company on SQL Server 2016 and later, for "oxsuper db init" and for the vendor's
+-- tools. What exists is left as it is, so that it can be run again; "oxsuper db check" compares.
+
+-- Enciphered values are looked up byte by byte, hence the binary collation. cUUId is spelt as the library's statement
+-- spells it: where the database's own collation is case-sensitive, so are names.
+if object_id('dbo._iptblBeamSuperCustomerIDs', 'U') is null
 create table dbo._iptblBeamSuperCustomerIDs (
   cUCID nvarchar(200) collate Latin1_General_BIN2 not null,
   cEnvironment nvarchar(100) collate Latin1_General_BIN2 not null,
-  cUUID nvarchar(400) null,
+  cUUId nvarchar(400) null,
   cClientID nvarchar(400) null,
   cClientSecret nvarchar(1000) null,
   cCustomerNumber nvarchar(200) null,
@@ -13,9 +17,10 @@ create table dbo._iptblBeamSuperCustomerIDs (
   dDateLastIssued datetime2(3) null,
   constraint pk_iptblBeamSuperCustomerIDs primary key (cUCID, cEnvironment)
 );
+GO
 
 -- dLogged is filled by the database: local time, as all date-times here.
-if object_id('dbo._iptblBeamSuperLog') is null
+if object_id('dbo._iptblBeamSuperLog', 'U') is null
 create table dbo._iptblBeamSuperLog (
   idBeamSuperLog int identity(1, 1) not null constraint pk_iptblBeamSuperLog primary key,
   cSource nvarchar(100) null,
@@ -29,16 +34,20 @@ create table dbo._iptblBeamSuperLog (
   cStatus nvarchar(3) null,
   dLogged datetime2(3) not null constraint df_iptblBeamSuperLog_dLogged default (sysdatetime())
 );
+GO
 
-if object_id('dbo.Entities') is null
+-- The host's own tables; a database of a payroll application has Entities already.
+if object_id('dbo.Entities', 'U') is null
 create table dbo.Entities (
   idEntity int identity(1, 1) not null constraint pk_Entities primary key,
   cClientNumber nvarchar(50) null,
   cSTPGatewayUsername nvarchar(100) null
 );
+GO
 
-if object_id('dbo.HostSettings') is null
+if object_id('dbo.HostSettings', 'U') is null
 create table dbo.HostSettings (
   cName nvarchar(100) not null constraint pk_HostSettings primary key,
   cValue nvarchar(max) not null
 );
+GO

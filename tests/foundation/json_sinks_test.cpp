@@ -9,15 +9,16 @@ namespace {
 
 constexpr bool AlwaysAdd = true;
 
-// A description written to both sinks; they must agree.
+// A description written to all sinks; they must agree.
 template <class Describe>
 std::string Written(Describe Write) {
   TJSONObject Object;
   TJSONObjectHelper Helper(Object);
   Write(Helper);
-  std::string Text;
-  TJSONTextWriter Writer(Text);
-  Writer.Root([&](TJSONTextWriter& Json) { Write(Json); });
+  const std::string Text = JSONText("{}", Write);
+  TJSONTextCounter Counter;
+  Counter.Root(Write);
+  EXPECT_EQ(Counter.Size(), Text.size());
   EXPECT_EQ(PrintJSON(Object, TJSONLayout::Pretty), Text);
   return PrintJSON(Object, TJSONLayout::Compact);
 }
@@ -78,6 +79,65 @@ TEST(JsonSinks, NestedObjectsAndArraysThatStayEmptyAreTakenBackUnlessAlwaysAdded
               Json.AddPair("last", true);
             }),
             R"({"first":"1","empty":{},"list":[{},{"x":"\"","x":"\n"}],"outer":{"inner":{}},"last":true})");
+}
+
+// What fits into the writer's block, what is cut into pieces, and what ends at every position of both.
+TEST(JsonSinks, TextsOfEveryLengthAndContentAreWrittenAndCountedAlike) {
+  std::string Any;
+  for (int Byte = 255; Byte >= 0; --Byte) Any += static_cast<char>(Byte);
+  for (std::size_t Length = 0; Length < 70; ++Length)
+    for (const char Special : {'x', '"', '\\', '\x1f', '\n', '\x7f', '\xff'})
+      for (const std::size_t Position : {std::size_t{0}, Length / 2, Length - 1}) {
+        std::string Text(Length, '-');
+        if (Position < Length) Text[Position] = Special;
+        Written([&](auto& Json) { Json.AddString(Text, Text, AlwaysAdd).AddString("n", Text + Any); });
+      }
+  for (const std::size_t Length : {255, 256, 257, 8'000, 16'383, 16'384, 16'385, 100'000})
+    for (const char* Filler : {"x", "\x01"}) {
+      std::string Text = Any;
+      while (Text.size() < Length) Text += Filler;
+      Written([&](auto& Json) {
+        Json.AddString("a", Text).AddString(Text, "b").AddPair(Text, true);
+        Json.Object(Text, TAddNested::Always, [](auto&) {});
+        Json.Array("list", TAddNested::IfFilled, [&](auto& List) {
+          for (int Index = 0; Index < 2'000; ++Index)
+            List.Element(TAddNested::Always, [&](auto& Element) { Element.AddString("c", "d"); });
+        });
+      });
+    }
+}
+
+struct TTower {
+  std::size_t Height;
+  template <class Sink>
+  void Write(Sink& Json) const {
+    if (Height > 0) Json.Object("o", TAddNested::Always, [this](Sink& Inner) { TTower{Height - 1}.Write(Inner); });
+  }
+};
+
+TEST(JsonSinks, NestingEndsWhereItDoesForATree) {
+  const TTower Highest{MaxJSONDepth - 1}, TooHigh{MaxJSONDepth};
+  EXPECT_EQ(WriteToText(Highest), PrintJSON(*WriteToObject(Highest), TJSONLayout::Pretty));
+  EXPECT_THROW(WriteToText(TooHigh), TBeamError);
+  EXPECT_THROW(PrintJSON(*WriteToObject(TooHigh), TJSONLayout::Pretty), TBeamError);
+}
+
+// The count only reserves: a description that says more the second time is written all the same.
+TEST(JsonSinks, ADescriptionThatChangesOrRaisesLeavesTheWriterSound) {
+  int Run = 0;
+  EXPECT_EQ(JSONText("{}",
+                     [&](auto& Json) {
+                       if (++Run == 2) Json.AddString("late", std::string(20'000, 'x'));
+                     })
+                .size(),
+            20'000u + 16);
+  const auto Raise = [](auto&) { throw TBeamError("no"); };
+  EXPECT_EQ(JSONText("{}",
+                     [&](auto& Json) {
+                       EXPECT_THROW(Json.Object("a", TAddNested::IfFilled, Raise), TBeamError);
+                       Json.AddPair("b", true);
+                     }),
+            "{\n  \"b\": true\n}");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 #include <random>
 
@@ -24,20 +25,46 @@ TEST(Numbers, TwoDecimalsAndAZeroWithoutSign) {
   for (const double Bad : {std::nan(""), HUGE_VAL, -HUGE_VAL}) EXPECT_THROW(FormatFloat(Bad), TBeamConversionError);
 }
 
-TEST(Numbers, AmountsAreRoundedAsPrintfRoundsThem) {
-  std::mt19937_64 Random(20240305);  // a fixed seed: the same values in every run
-  const auto Amount = [&](int Kind) -> double {
-    const auto Bits = Random();
-    if (Kind == 0) return std::bit_cast<double>(Bits);                               // any magnitude
-    if (Kind == 1) return static_cast<double>(static_cast<std::int32_t>(Bits)) / 8;  // exact ties
-    return static_cast<double>(static_cast<std::int32_t>(Bits)) / 1000;              // near ties
+// A value of one of several kinds that random bits choose.
+double Sample(int Kind, std::uint64_t Bits) {
+  const auto Integer = static_cast<double>(static_cast<std::int32_t>(Bits));
+  const auto Nearby = [Bits](double Value) {  // up to two steps away
+    for (std::uint64_t Steps = Bits >> 62; Steps > 0; --Steps)
+      Value = std::nextafter(Value, Bits >> 61 & 1 ? 1e300 : -1e300);
+    return Value;
   };
-  for (int Round = 0; Round < 30'000; ++Round) {
-    const double Value = Amount(Round % 3);
+  switch (Kind) {
+    case 0:
+      return std::bit_cast<double>(Bits);  // any magnitude
+    case 1:
+      return Integer / 8;  // exact ties
+    case 2:
+      return Nearby(Integer / 1000);
+    case 3:
+      return Nearby(static_cast<double>(static_cast<std::int64_t>(Bits) >> 16) / 100);
+    case 4:
+      return Nearby((Integer + 0.5) / 100);
+    case 5:
+      return Nearby(std::ldexp(Bits & 1 ? -1 : 1, static_cast<int>(Bits >> 8 & 127) - 64));  // powers of two
+    default:  // every exponent for which cents are exact integers, and some beyond
+      return std::bit_cast<double>((Bits & 0x800FFFFFFFFFFFFF) | (1000 + (Bits >> 52) % 88) << 52);
+  }
+}
+
+// OXSUPERAPI_AMOUNTS asks for another number of them: tens of millions take a minute.
+TEST(Numbers, AmountsAreRoundedAsPrintfRoundsThem) {
+  const char* const Wanted = std::getenv("OXSUPERAPI_AMOUNTS");
+  const long long Count = Wanted ? std::atoll(Wanted) : 1'000'000;
+  std::mt19937_64 Random(20240305);  // a fixed seed: the same values in every run
+  TBeamFloatText Buffer;
+  for (long long Round = 0; Round < Count; ++Round) {
+    const double Value = Sample(static_cast<int>(Round % 7), Random());
     if (!std::isfinite(Value)) continue;
-    char Buffer[400];
-    std::snprintf(Buffer, sizeof Buffer, "%.2f", Value);
-    ASSERT_EQ(FormatFloat(Value), std::string(Buffer) == "-0.00" ? "0.00" : Buffer);
+    char Expected[400];
+    const auto Length = static_cast<std::size_t>(std::snprintf(Expected, sizeof Expected, "%.2f", Value));
+    const std::string_view Text = WriteFloat(Buffer, Value);
+    const bool IsSignedZero = Expected == std::string_view("-0.00");
+    ASSERT_EQ(Text, IsSignedZero ? "0.00" : std::string_view(Expected, Length)) << Value;
   }
 }
 

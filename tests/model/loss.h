@@ -15,7 +15,8 @@ using TPaths = std::vector<std::string>;
 
 inline void CollectPaths(const TJSONValue& Value, const std::string& Path, TPaths& Paths) {
   if (const TJSONObject* Object = Value.AsObject())
-    for (const TJSONPair& Member : Object->Members()) CollectPaths(Member.Value, Path + "/" + Member.Name, Paths);
+    for (const TJSONPair& Member : Object->Members())
+      CollectPaths(Member.Value(), (Path + "/").append(Member.Name()), Paths);
   else if (const TJSONArray* Array = Value.AsArray())
     for (std::size_t Index = 0; Index < Array->Count(); ++Index)
       CollectPaths(*Array->At(Index), Path + "/" + std::to_string(Index), Paths);

@@ -33,17 +33,17 @@ TEST(MemberContribution, OnlyWhatIsFilledIsWritten) {
        R"({"weeklyHoursWorked":"-0.01"})"},
       {"text flags", [](auto& Member) { Member.atWork = "TRUE", Member.insuranceOptOut = "yes"; },
        R"({"atWork":true,"insuranceOptOut":false})"},
-      {"a rate of a value only", [](auto& Member) { Member.definedBenefits.definedBenefitEmployerRate.value = 9.5; },
+      {"a rate of a value only", [](auto& Member) { Member.definedBenefits->definedBenefitEmployerRate.value = 9.5; },
        R"({"definedBenefits":{"definedBenefitEmployerRate.":{"value":"9.50"}}})"},
       {"annual salaries: the first, and one without an end date",
        [](auto& Member) {
-         Member.definedBenefits.definedBenefitsAnnualSalary[0] = {"2024-06-30", "2023-07-01", 1};
-         Member.definedBenefits.definedBenefitsAnnualSalary[2] = {"", "2023-07-01", 2};
+         Member.definedBenefits->definedBenefitsAnnualSalary[0] = {"2024-06-30", "2023-07-01", 1};
+         Member.definedBenefits->definedBenefitsAnnualSalary[2] = {"", "2023-07-01", 2};
        },
        "{}"},
       {"the last annual salary",
        [](auto& Member) {
-         Member.definedBenefits.definedBenefitsAnnualSalary[4] = {"2024-06-30", "", 0.5};
+         Member.definedBenefits->definedBenefitsAnnualSalary[4] = {"2024-06-30", "", 0.5};
        },
        R"({"definedBenefits":{"definedBenefitsAnnualSalary":[{"endDate":"2024-06-30","value":"0.50"}]}})"},
       {"list entries without what makes them count",
@@ -80,11 +80,11 @@ TEST(MemberContribution, EachFieldIsReadFromItsOwnKey) {  // those that the writ
   EXPECT_EQ(Member.annualSalaryForBenefits, 1.01);
   EXPECT_EQ(Member.atWork + Member.insuranceOptOut, "truefalse");
   EXPECT_EQ(Member.memberRegistrationOtherDetails[4].description, "5 description");
-  EXPECT_EQ(Member.definedBenefits.definedBenefitNotionalEmployerContribution, 11.11);
-  EXPECT_EQ(Member.definedBenefits.definedBenefitNotionalMemberPostTaxContribution, 15.15);
-  EXPECT_EQ(Member.definedBenefits.definedBenefitNotionalMemberPreTaxContribution, 16.16);
-  EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[0].startDate, "1 startDate");
-  EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[0].value, 17.11);
+  EXPECT_EQ(Member.definedBenefits->definedBenefitNotionalEmployerContribution, 11.11);
+  EXPECT_EQ(Member.definedBenefits->definedBenefitNotionalMemberPostTaxContribution, 15.15);
+  EXPECT_EQ(Member.definedBenefits->definedBenefitNotionalMemberPreTaxContribution, 16.16);
+  EXPECT_EQ(Member.definedBenefits->definedBenefitsAnnualSalary[0].startDate, "1 startDate");
+  EXPECT_EQ(Member.definedBenefits->definedBenefitsAnnualSalary[0].value, 17.11);
 }
 
 TEST(MemberContribution, EveryNumberButOneMustBeThere) {
@@ -133,7 +133,7 @@ TEST(MemberContribution, WhatIsMissingBecomesEmptyOrStays) {
   Load(Member, SmallestWith(R"("employmentStatus":"not read","definedBenefits":null,"address":"no object")"));
   EXPECT_EQ(Member.employmentStatus, "stays");
   EXPECT_EQ(Member.address.line1, "line1") << "read only from an object";
-  EXPECT_EQ(Member.definedBenefits.fullTimeHours, 22.22) << "read only from an object";
+  EXPECT_EQ(Member.definedBenefits->fullTimeHours, 22.22) << "read only from an object";
   EXPECT_EQ(Member.phoneNumbers[4].number, "5 number") << "read only from an array";
   EXPECT_EQ(Member.dob, "");
   EXPECT_EQ(Member.name.familyName, "") << "read whether or not there is a name";
@@ -158,9 +158,9 @@ TEST(MemberContribution, ListsAreEmptiedAndFilledUpToFiveButNotTheAnnualSalaries
   const std::string Two =
       R"([{"sefinedBenefitsAnnualSalary":{"value":"91"}},{"sefinedBenefitsAnnualSalary":{"value":"92"}})";
   Load(Member, ReplaceFirst(MemberAsRead, MemberAsRead.substr(Start, End - Start), Two));
-  EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[1].value, 92);
-  EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[1].endDate, "");
-  EXPECT_EQ(Member.definedBenefits.definedBenefitsAnnualSalary[2].endDate, "3 endDate") << "not emptied first";
+  EXPECT_EQ(Member.definedBenefits->definedBenefitsAnnualSalary[1].value, 92);
+  EXPECT_EQ(Member.definedBenefits->definedBenefitsAnnualSalary[1].endDate, "");
+  EXPECT_EQ(Member.definedBenefits->definedBenefitsAnnualSalary[2].endDate, "3 endDate") << "not emptied first";
 }
 
 TEST(MemberContribution, WrittenDefinedBenefitsCannotBeReadBack) {

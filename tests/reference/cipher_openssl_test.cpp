@@ -80,7 +80,7 @@ TEST(Cipher, AgreesWithThePublicVectors) {
   std::map<std::size_t, int> Sealed, Refused;  // by bytes of the key
   for (const TJSONValue& Group : Document->AsObject()->Find("testGroups")->AsArray()->Elements()) {
     for (const TJSONValue& Vector : Group.AsObject()->Find("tests")->AsArray()->Elements()) {
-      const auto Member = [&](const char* Name) { return *Vector.AsObject()->Find(Name)->AsString(); };
+      const auto Member = [&](const char* Name) { return std::string(*Vector.AsObject()->Find(Name)->AsString()); };
       const auto Key = Unhex(Member("key")), Associated = Unhex(Member("aad")), Plain = Unhex(Member("msg")),
                  Cipher = Unhex(Member("ct"));
       if (Member("result") != "valid") {

@@ -16,9 +16,13 @@ TEST(Config, ReadsBackEqualToWhatWasWritten) {
                    .common_database_name = "common", .customer_key = "key", .customer_pin = "0123",
                    .customer_pin_file = {}, .company_name = "O'Brien & S\xC3\xB6hne # not a comment",
                    .display_request_editor = true, .display_response_editor = true},
-      .files = {.common_database = "/d/c.db", .payroll_database = "/d/p.db", .key = "/d/k", .secrets = "/d/s",
+      .files = {.common_database = "sqlite:/d/c.db", .payroll_database = "odbc:Driver=FreeTDS;Server=s", .key = "/d/k", .secrets = "/d/s",
                 .log = "/d/l", .log_megabytes = 7, .log_kept_files = 8},
-      .http = {.ca_file = "/d/ca.pem", .proxy = "http://proxy:3128", .no_proxy = {"a", "b c"},
+      .database = {.login_timeout_seconds = std::chrono::seconds(5), .query_timeout_seconds = std::chrono::seconds(6)},
+      .log = {.masking = "private"},
+      .http = {.ca_file = "/d/ca.pem", .client_certificate = "/d/c.pem", .client_key = "/d/k.pem",
+               .proxy = "http://proxy:3128", .proxy_user = "office", .proxy_ca_file = "/d/p.pem",
+               .no_proxy = {"a", "10.0.0.0/8"},
                .connect_to = {{"api.example:443", "127.0.0.1:8443"}, {"b:1", "c:2"}},
                .connect_timeout_seconds = std::chrono::seconds(1), .stall_timeout_seconds = std::chrono::seconds(2),
                .total_timeout_seconds = std::chrono::seconds(3), .max_response_megabytes = 4},
@@ -36,6 +40,8 @@ TEST(Config, ReadsBackEqualToWhatWasWritten) {
   const TReferenceConfig Defaults = ReadConfig(Directory / "default.toml");
   EXPECT_TRUE(ReadConfig(Directory.Write("empty.toml", "")) == Defaults);
   EXPECT_EQ(Defaults.files.common_database, Directory / "common.db");
+  EXPECT_EQ(ReadConfig(Directory.Write("s.toml", "[files]\ncommon_database = \"sqlite:c.db\"")).files.common_database,
+            "sqlite:" + Directory / "c.db");
 }
 
 TEST(Config, NamesFileLineAndExpectationOfAMistake) {
@@ -50,11 +56,15 @@ TEST(Config, NamesFileLineAndExpectationOfAMistake) {
       {"[identity]\ndisplay_request_editor = \"true\"", "2: identity.display_request_editor has to be true or false"},
       {"identity = 1", "1: identity has to be a table"},
       {"[identity]\ncustomer_pln = \"s3cret\"", "2: the key identity.customer_pln is unknown; known here: agent,"},
-      {"\n[identitiy]\n", "2: the key identitiy is unknown; known tables: batch, files, http, identity"},
+      {"\n[identitiy]\n", "2: the key identitiy is unknown; known tables: batch, database, files, http, identity"},
       {"[http]\nconnect_to = [\"a\"]", "2: http.connect_to has to be a table of strings, not an array"},
       {"[http.connect_to]\n\"a:1\" = 2", "2: http.connect_to.a:1 has to be a string"},
       {"[http]\nno_proxy = [\n\"a\",\n2]", "4: an element of http.no_proxy has to be a string"},
       {"[http]\ntotal_timeout_seconds = 0", "2: http.total_timeout_seconds has to be an integer from 1"},
+      {"[http]\nproxy = \"socks5://s3cret@p:1\"", " The proxy (http.proxy) has an unknown scheme"},
+      {"[http]\nproxy = \"http://a:s3cret@p:1\"\nproxy_user = \"a\"", " give the proxy's user either"},
+      {"[http]\nno_proxy = [\"10.0.0.0/33\"]", " The entry \"10.0.0.0/33\""},
+      {"[http]\nclient_key = \"k\"", " http.client_key needs http.client_certificate"},
       {"[batch]\nversion = 2024-01-01", "2: batch.version has to be a string, not a date"},
       {"[batch]\nversion = \"1\"\nversion = \"2\"", "3:"},
       {"[identity\n", "1:"},

@@ -35,6 +35,12 @@ TEST(DatabaseStatement, NarrowsTheCredentialUpdateToTheRowThatWasAskedFor) {
   EXPECT_TRUE(Parts->Then.ends_with("dDateLastIssued = :DateLastIssued where cUCID = :UCID and cEnvironment = :Env"));
   EXPECT_TRUE(Parts->Else.starts_with("insert into _iptblBeamSuperCustomerIDs (cUCID,"));
   EXPECT_EQ(ToPositional(SaveStatement).Names.size(), 21U);
+  // As one batch it is the statement as it stands, with the condition in its place.
+  std::string Whole = Parts->Whole;
+  const std::string Condition = " where cUCID = :UCID and cEnvironment = :Env";
+  const std::size_t Added = Whole.rfind(Condition);
+  EXPECT_EQ(Whole.substr(Added + Condition.size(), 6), " else ");
+  EXPECT_EQ(Whole.erase(Added, Condition.size()), SaveStatement);
 }
 
 TEST(DatabaseStatement, SplitsOtherUpserts) {

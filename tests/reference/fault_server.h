@@ -2,9 +2,7 @@
 
 #include <arpa/inet.h>
 #include <netinet/tcp.h>
-#include <openssl/pem.h>
 #include <openssl/ssl.h>
-#include <openssl/x509v3.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -17,6 +15,8 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+#include "../support/certificates.h"
 
 namespace oxSuperAPI::tests {
 
@@ -36,19 +36,10 @@ struct TStep {
 };
 
 struct TServerOptions {
-  std::string Name = "api.example";       ///< in the certificate
-  int ValidFromDay = -1, ValidToDay = 1;  ///< relative to now
-  int MaxTLSVersion = 0;                  ///< of OpenSSL; 0 is any
+  TChainPlan Plan = {};
+  int MaxTLSVersion = 0;        ///< of OpenSSL; 0 is any
+  bool WantsClientKey = false;  ///< a client without a certificate of the server's own authority is refused
 };
-
-template <auto Free>
-struct TFree {
-  void operator()(auto* Pointer) const { Free(Pointer); }
-};
-
-inline void Require(bool Condition, const char* What) {
-  if (!Condition) throw std::runtime_error(std::string("Fault server: ") + What);
-}
 
 /// A listening socket on loopback.
 struct TListener {
@@ -69,21 +60,25 @@ struct TListener {
 class TFaultServer {
  public:
   explicit TFaultServer(std::vector<TStep> Steps = {}, TServerOptions Options = {}) : FSteps(std::move(Steps)) {
-    const TKey AuthorityKey(EVP_EC_gen("P-256")), Key(EVP_EC_gen("P-256"));
-    Require(AuthorityKey && Key, "keys");
-    const TCertificate Authority = MakeCertificate(Options, AuthorityKey.get(), nullptr, AuthorityKey.get());
-    const TCertificate Own = MakeCertificate(Options, Key.get(), Authority.get(), AuthorityKey.get());
+    const TServerIdentity Identity = MakeIdentity(Options.Plan);
     CAFile = (std::filesystem::temp_directory_path() / "fault_server_ca_XXXXXX").string();
     const int Descriptor = mkstemp(CAFile.data());
     Require(Descriptor >= 0, "file for the authority");
     std::FILE* const File = fdopen(Descriptor, "w");
-    PEM_write_X509(File, Authority.get());
+    std::fputs(Identity.Trusted.c_str(), File);
     std::fclose(File);
     SSL_CTX* const Context = FContext.get();
     SSL_CTX_set_security_level(Context, 0);
     SSL_CTX_set_max_proto_version(Context, Options.MaxTLSVersion);
     SSL_CTX_set_session_id_context(Context, reinterpret_cast<const unsigned char*>("fault"), 5);
-    Require(SSL_CTX_use_certificate(Context, Own.get()) && SSL_CTX_use_PrivateKey(Context, Key.get()), "certificate");
+    Require(
+        SSL_CTX_use_certificate(Context, Identity.Leaf.get()) && SSL_CTX_use_PrivateKey(Context, Identity.Key.get()),
+        "certificate");
+    for (const TCertificatePointer& Certificate : Identity.Shown) SSL_CTX_add1_chain_cert(Context, Certificate.get());
+    if (Options.WantsClientKey) {
+      SSL_CTX_load_verify_file(Context, CAFile.c_str());
+      SSL_CTX_set_verify(Context, SSL_VERIFY_PEER | SSL_VERIFY_FAIL_IF_NO_PEER_CERT, nullptr);
+    }
     FAcceptor = std::thread([this] { Accept(); });
   }
   ~TFaultServer() {
@@ -105,30 +100,6 @@ class TFaultServer {
   std::atomic<int> Requests = 0;  ///< of which at least one byte arrived
 
  private:
-  using TKey = std::unique_ptr<EVP_PKEY, TFree<EVP_PKEY_free>>;
-  using TCertificate = std::unique_ptr<X509, TFree<X509_free>>;
-
-  // Issued by `Issuer`, or by itself as an authority.
-  static TCertificate MakeCertificate(const TServerOptions& Options, EVP_PKEY* Key, X509* Issuer, EVP_PKEY* IssuerKey) {
-    TCertificate Result(X509_new());
-    X509* const Certificate = Result.get();
-    X509_set_version(Certificate, 2);
-    ASN1_INTEGER_set(X509_get_serialNumber(Certificate), Issuer ? 2 : 1);
-    X509_gmtime_adj(X509_getm_notBefore(Certificate), (Issuer ? Options.ValidFromDay : -30) * 86'400L);
-    X509_gmtime_adj(X509_getm_notAfter(Certificate), (Issuer ? Options.ValidToDay : 30) * 86'400L);
-    X509_set_pubkey(Certificate, Key);
-    const std::string Name = Issuer ? Options.Name : "Test authority";
-    X509_NAME_add_entry_by_txt(X509_get_subject_name(Certificate), "CN", MBSTRING_UTF8,
-                               reinterpret_cast<const unsigned char*>(Name.c_str()), -1, -1, 0);
-    X509_set_issuer_name(Certificate, X509_get_subject_name(Issuer ? Issuer : Certificate));
-    const std::unique_ptr<X509_EXTENSION, TFree<X509_EXTENSION_free>> Extension(
-        X509V3_EXT_conf_nid(nullptr, nullptr, Issuer ? NID_subject_alt_name : NID_basic_constraints,
-                            Issuer ? ("DNS:" + Options.Name).c_str() : "critical,CA:TRUE"));
-    Require(Extension && X509_add_ext(Certificate, Extension.get(), -1), "extension");
-    Require(X509_sign(Certificate, IssuerKey, EVP_sha256()) > 0, "signature");
-    return Result;
-  }
-
   TStep NextStep() {
     const std::scoped_lock Lock(FMutex);
     return FNextStep < FSteps.size() ? FSteps[FNextStep++] : TStep{};
@@ -160,6 +131,15 @@ class TFaultServer {
     close(Socket);
   }
 
+  /// Reads on until the client hangs up, too: what was told it last is lost with a connection that is reset.
+  bool HangUp(int Socket) {
+    shutdown(Socket, SHUT_WR);
+    char Byte = 0;
+    for (pollfd Wait{Socket, POLLIN, 0}; !FStopping && (poll(&Wait, 1, 2) == 0 || read(Socket, &Byte, 1) > 0);) {
+    }
+    return false;
+  }
+
   bool ServeRequest(SSL* Connection, int Socket, bool IsFirst) {
     TStep Step;
     const auto IsCut = [&](TStage Stage) {
@@ -171,7 +151,8 @@ class TFaultServer {
     };
     if (IsFirst) {
       Step = NextStep();
-      if (IsCut(TStage::BeforeHandshake) || SSL_accept(Connection) != 1) return false;
+      if (IsCut(TStage::BeforeHandshake)) return false;
+      if (SSL_accept(Connection) != 1) return HangUp(Socket);
       ResumedSessions += SSL_session_reused(Connection);
       if (IsCut(TStage::AfterHandshake)) return false;
     }

@@ -216,15 +216,12 @@ TEST_F(HTTPCurl, SendsWhatTheCallerGaveAndNothingElse) {
   EXPECT_FALSE(Holds(Received[5], "Expect")) << "libcurl's habit from 1 MB on";
 }
 
-TEST_F(HTTPCurl, SaysWhatIsWrongWithACertificate) {
-  const TFaultServer Other;
+TEST_F(HTTPCurl, SaysWhyThereIsNoTLS) {
   const struct {
     TServerOptions Options;
     std::string Authority, Text;
     // clang-format off
   } Cases[] = {
-      {{.Name = "other.example"}, "", "for another name"}, {{.ValidFromDay = -3, .ValidToDay = -1}, "", "date"},
-      {{.ValidFromDay = 1, .ValidToDay = 2}, "", "date"}, {{}, Other.CAFile, "not trusted"},
       {{}, "/nonexistent", "trusted authorities cannot be read"},
       {{.MaxTLSVersion = TLS1_1_VERSION}, "", "handshake failed"}};
   // clang-format on
@@ -255,31 +252,6 @@ TEST_F(HTTPCurl, EndsACallThatTakesTooLongOrTooMuch) {
   }
   Start({}, {.MaxResponseBytes = 2});
   EXPECT_EQ(Call(Get).Body, "ok");
-}
-
-TEST_F(HTTPCurl, UsesAProxyOnlyWhenConfiguredAndKnowsThatNothingPassedOneThatRefuses) {
-  Start({}, {.Proxy = "http://127.0.0.1:1"});
-  ExpectFailure(Post, "no connection", TRequestFate::NotSent);
-  Start({}, {.Proxy = "http://127.0.0.1:1", .NoProxy = {"else.example", "api.example"}});
-  EXPECT_EQ(Call(Post).Status, 200);
-
-  const TListener Proxy;
-  std::string Asked(4096, '\0');
-  std::thread Refusing([&] {
-    pollfd Poll{Proxy.Socket, POLLIN, 0};
-    if (poll(&Poll, 1, 5000) != 1) return;
-    const int Socket = accept(Proxy.Socket, nullptr, nullptr);
-    const std::string Answer = "HTTP/1.1 403 Forbidden\r\nContent-Length: 0\r\n\r\n";
-    Asked.resize(static_cast<std::size_t>(std::max<ssize_t>(0, recv(Socket, Asked.data(), Asked.size(), 0))));
-    send(Socket, Answer.data(), Answer.size(), MSG_NOSIGNAL);
-    close(Socket);
-  });
-  Start({}, {.Proxy = "http://127.0.0.1:" + std::to_string(Proxy.Port)});
-  const TOutcome Outcome = Call(Post, {}, "https://api.example/", TStringList({"authorization: Bearer secret"}));
-  Refusing.join();
-  EXPECT_PRED2(Holds, Outcome.Error, "403");
-  EXPECT_EQ(Outcome.Fate, TRequestFate::NotSent);
-  EXPECT_TRUE(Asked.starts_with("CONNECT ") && !Holds(Asked, "secret")) << Asked;
 }
 
 TEST_F(HTTPCurl, RefusesACallDuringACall) {

@@ -1,8 +1,10 @@
 #include "oxSuperAPI/reference/json_rapidjson.h"
 
 #include <map>
+#include <random>
 #include <set>
 
+#include "oxSuperAPI/testing/uFakeJsonParser.h"
 #include "temporary_directory.h"
 
 namespace oxSuperAPI::tests {
@@ -68,6 +70,62 @@ TEST(JSONParser, SurvivesEveryCutAndEveryChangedByte) {
       EXPECT_EQ(Once == "refused" ? Once : Reprint(Once), Once) << Changed;
     }
   }
+}
+
+TEST(JSONParser, AgreesWithAnotherOnWhatIsUTF8AndOnAnyMixture) {
+  const auto Other = [](const std::string& Text) {
+    const auto Value = TFakeJSONParser().Parse(Text);
+    return Value ? PrintJSON(*Value, TJSONLayout::Compact) : "refused";
+  };
+  for (int Lead = 0x80; Lead < 0x100; ++Lead)
+    for (const char Second : "\x22\x7F\x80\x8F\x90\x9F\xA0\xBF\xC0")
+      for (const char Third : "\x80\xBF\xC0\xFF")
+        for (const char Fourth : {'\x7F', '\x80', '\xBF'}) {
+          const std::string Text{'"', 'w', 'o', 'r', 'd', static_cast<char>(Lead), Second, Third, Fourth, '"'};
+          ASSERT_EQ(Reprint(Text), Other(Text)) << PrintJSON(TJSONValue(Text), TJSONLayout::Compact);
+        }
+  static constexpr std::string_view Pieces[] = {"[",
+                                                "]",
+                                                "{",
+                                                "}",
+                                                ",",
+                                                ":",
+                                                "\"",
+                                                "\"",
+                                                "\"",
+                                                "\\",
+                                                "\\\"",
+                                                "\\n",
+                                                "\\u0041",
+                                                "\\ud83d",
+                                                "\\ude00",
+                                                " ",
+                                                "        ",
+                                                "\n",
+                                                "\x1F",
+                                                "plain text",
+                                                "x",
+                                                "Zo\xC3\xAB",
+                                                "\xF0\x9F\x98\x80",
+                                                "\xED\xA0\x80",
+                                                "\xC3",
+                                                "1",
+                                                "-0.5e3",
+                                                "1e400",
+                                                "true",
+                                                "null"};
+  std::mt19937 Random(1);
+  int Accepted = 0;
+  for (int Round = 0; Round < 100'000; ++Round) {
+    // Half of them within one string, where few are refused for their form.
+    std::string Text = Round % 2 ? "[\"" : "";
+    for (auto Count = 1 + Random() % 8; Count > 0; --Count) Text += Pieces[Random() % std::size(Pieces)];
+    if (Round % 2) Text += "\"]";
+    const std::string Read = Reprint(Text);
+    ASSERT_EQ(Read, Other(Text)) << Text;
+    Accepted += Read != "refused";
+  }
+  EXPECT_GT(Accepted, 5'000);
 }
 
 TEST(JSONParser, DecidesThePublicVectorsOnPurpose) {

@@ -41,7 +41,7 @@ TEST_F(ReferenceHost, SaysWhatIsMissingAndGoesOnOnceItIsThere) {
   TReferenceHost Again(FConfig);
   EXPECT_EQ(Again.Cipher().DefDecrypt(Enciphered), "text");
   EXPECT_EQ(Again.Settings().GetCurrentSystemValue("a", "", false), "b");
-  EXPECT_NE(Again.ADOMainCommonConnection(), Again.ADOMainConnection());
+  EXPECT_NE(Again.ADOMainCommonConnection(), &Again.PayrollDatabase());
   EXPECT_EQ(Again.Cipher().DecodeDecrypt(Again.Identity().ScrambledClientSecret("application", "Dev")), "app dev");
   EXPECT_EQ(Again.Identity().ScrambledClientSecret("administrator", "Dev"), "");
 

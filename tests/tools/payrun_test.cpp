@@ -174,7 +174,7 @@ TEST(PayRun, ListsWhatIsNotSent) {
   for (const TNotSent& Entry : Run.NotSent)
     NotSent += ColumnLetters(Entry.Column) + std::to_string(Entry.Lines.size()) + " ";
   EXPECT_EQ("W2 X2 CI2 CV2 DB2 DH2 ", NotSent);
-  const auto& Salaries = Member(Run).definedBenefits.definedBenefitsAnnualSalary;
+  const auto& Salaries = Member(Run).definedBenefits->definedBenefitsAnnualSalary;
   EXPECT_EQ(0, Salaries[0].value);
   EXPECT_EQ(1, Salaries[1].value);
   EXPECT_EQ(3, Salaries[2].value);

@@ -33,13 +33,16 @@ int Main(int argc, char** argv) {
   App.add_flag("--json", Options.Json, "One JSON document on standard output, for machines");
   App.add_option("--config", Options.ConfigFile, "Configuration file; before it $OXSUPER_CONFIG")
       ->capture_default_str();
+  App.add_flag("--edit-request", Options.EditRequest, "Show each request in an editor before it is sent");
+  App.add_flag("--edit-response", Options.EditResponse, "Show each answer in an editor when it has come");
   App.set_version_flag("--version", OXSUPER_VERSION);
   App.require_subcommand(1);
-  App.fallthrough();  // --json and --config may also follow the command
+  App.fallthrough();  // these options may also follow the command
   const TCommandLine Line{App, Chosen};
-  for (const auto Add : {AddInitCommand, AddConfigCommand, AddSandboxCommand, AddStatusCommand, AddPingCommand,
-                         AddRegisterCommand, AddActivateCommand, AddReissueCommand, AddOptCommands, AddBatchCommand,
-                         AddParticipantCommand, AddNotificationsCommand, AddFundsCommand, AddLogCommand})
+  for (const auto Add :
+       {AddInitCommand, AddConfigCommand, AddDbCommand, AddSandboxCommand, AddDoctorCommand, AddStatusCommand,
+        AddPingCommand, AddRegisterCommand, AddActivateCommand, AddReissueCommand, AddOptCommands, AddBatchCommand,
+        AddParticipantCommand, AddNotificationsCommand, AddFundsCommand, AddLogCommand})
     Add(Line);
   try {
     App.parse(argc, argv);

@@ -12,8 +12,18 @@
 namespace oxSuperAPI {
 namespace {
 
+std::function<std::string(std::string_view)>& Mask() {
+  static std::function<std::string(std::string_view)> Function;
+  return Function;
+}
+
 void Write(std::FILE* File, std::string_view Text) {
-  std::fwrite(Text.data(), 1, Text.size(), File);
+  if (Mask()) {
+    const std::string Masked = Mask()(Text);
+    std::fwrite(Masked.data(), 1, Masked.size(), File);
+  } else {
+    std::fwrite(Text.data(), 1, Text.size(), File);
+  }
 }
 
 /// The code point at `At`, which moves behind it; a byte that is no UTF-8 counts as itself.
@@ -40,6 +50,14 @@ bool IsWide(unsigned Point) {
 }
 
 }  // namespace
+
+void MaskOutput(std::function<std::string(std::string_view)> Function) {
+  Mask() = std::move(Function);
+}
+
+void PrintText(std::string_view Text) {
+  Write(stdout, Text);
+}
 
 void PrintLine(std::string_view Line) {
   Write(stdout, std::string(Line) + "\n");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +12,12 @@
 /// to a terminal on the way.
 namespace oxSuperAPI {
 
+/// From now on every text passes through this on its way out: it takes credentials of this process from what the
+/// service says. May be called from anywhere that prints.
+void MaskOutput(std::function<std::string(std::string_view)> Mask);
+
+/// A piece of the result, as it is.
+void PrintText(std::string_view Text);
 /// A line of the result.
 void PrintLine(std::string_view Line = {});
 /// The whole result, for machines.

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <vector>
 
+#include "editors.h"
 #include "output.h"
+#include "oxSuperAPI/calls/uBeamAPICall.h"
 
 namespace oxSuperAPI {
 namespace {
@@ -38,8 +40,19 @@ TSession::TSession(const TToolOptions& Options) : FDirectory(std::filesystem::pa
   if (!std::filesystem::exists(Options.ConfigFile))
     throw TToolError(exitFailed, "There is no configuration " + Options.ConfigFile +
                                      ": run \"oxsuper init\", or name another one with --config");
-  FHost = std::make_unique<TToolHost>(ReadConfig(Options.ConfigFile));
+  TReferenceConfig Settings = ReadConfig(Options.ConfigFile);
+  Settings.identity.display_request_editor |= Options.EditRequest;
+  Settings.identity.display_response_editor |= Options.EditResponse;
+  FHost = std::make_unique<TToolHost>(std::move(Settings));
   RegisterHost(FHost.get());
+  if ((Options.EditRequest || Options.EditResponse) && !(TBeamAPICall::IsUserInteractive() && EditorAvailable())) {
+    RegisterHost(nullptr);
+    throw TToolError(exitFailed,
+                     "No editor is available, nothing was sent: --edit-request and --edit-response need a person at a "
+                     "terminal (standard input leads to one, and this process is in its foreground)");
+  }
+  // Kept beyond the session: the text of an error is printed after it.
+  MaskOutput([Known = FHost->Reference().KnownSecrets()](std::string_view Text) { return Known->Hide(Text); });
 }
 
 TSession::~TSession() {
@@ -57,10 +70,13 @@ std::string TSession::Environment() const {
 
 const TSentRequest* TSession::LastRequest() const {
   const auto& Requests = FHost->Requests();
+  if (FHost->Review() != TReview::Passed) return nullptr;
   return Requests.size() > FFirstRequest ? &Requests.back() : nullptr;
 }
 
 TToolError TSession::Failure(const std::string& What, const std::string& Text) const {
+  if (FHost->Review() == TReview::Cancelled)
+    return {exitRefusedHere, What + " was cancelled in the editor, nothing was sent"};
   const TSentRequest* Request = LastRequest();
   if (!Request) return {exitFailed, What + " failed, nothing was sent: " + Text};
   const std::string Reason = JoinTexts({Request->Problem, Text});

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "output.h"
 #include "oxSuperAPI/session/uBeamSuperGlobal.h"
 #include "tool.h"
 #include "tool_host.h"
@@ -31,8 +32,12 @@ class TSession {
   template <class Function>
   auto Call(const std::string& What, Function Facade) {
     FFirstRequest = FHost->Requests().size();
+    FHost->ForgetReview();
     try {
-      return Facade();
+      const auto Result = Facade();
+      if (FHost->Review() == TReview::Skipped)
+        Note("warning: " + What + " was skipped in the editor: nothing was sent.");
+      return Result;
     } catch (const std::exception& Error) {
       throw Failure(What, Error.what());
     }
@@ -48,7 +53,8 @@ class TSession {
   /// Raises TToolError (not authenticated) unless the customer is activated and the service gives it a token.
   void NeedCustomerToken();
 
-  /// The last request of the last Call, or null when it made none.
+  /// The request of the last Call, or null when it made none. A token fetched for a request that was then kept back in
+  /// the editor does not count.
   const TSentRequest* LastRequest() const;
 
  private:

@@ -33,6 +33,10 @@ class TToolError : public std::runtime_error {
 struct TToolOptions {
   bool Json = false;       ///< one JSON document on standard output instead of text for people
   std::string ConfigFile;  ///< absolute
+  /// Show each request before it is sent, each answer when it has come; the configuration can ask for it, too. @{
+  bool EditRequest = false;
+  bool EditResponse = false;
+  /// @}
 };
 
 /// A command as the command line chose it. Raises TToolError, or what the library raises.

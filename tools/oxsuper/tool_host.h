@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "editors.h"
 #include "oxSuperAPI/reference/reference_host.h"
 
 namespace oxSuperAPI {
@@ -34,12 +35,16 @@ class TToolHost final : public THost, private THTTPHelper {
   TADOConnection* ADOMainCommonConnection() override { return FHost.ADOMainCommonConnection(); }
   TADOConnection* ADOMainConnection() override { return FHost.ADOMainConnection(); }
   std::unique_ptr<TfrmResponseEditor> CreateResponseEditor(TEditorKind Kind) override {
-    return FHost.CreateResponseEditor(Kind);
+    return CreateEditor(Kind, FReview);
   }
 
   TReferenceHost& Reference() { return FHost; }
   /// In the order in which they were made.
   const std::vector<TSentRequest>& Requests() const { return FRequests; }
+
+  /// What the person decided about the last request that was shown; Passed when none was.
+  TReview Review() const { return FReview; }
+  void ForgetReview() { FReview = TReview::Passed; }
 
   /// Called with the path before a request that changes something leaves. When it raises, nothing is sent.
   std::function<void(const std::string& Path)> BeforeChange;
@@ -57,6 +62,7 @@ class TToolHost final : public THost, private THTTPHelper {
 
   TReferenceHost FHost;
   std::vector<TSentRequest> FRequests;
+  TReview FReview = TReview::Passed;
 };
 
 }  // namespace oxSuperAPI

@@ -21,7 +21,9 @@ TExit Cancel(const TToolOptions& Options, const TCancelOptions& Own) {
     return PutCancelContribution("oxsuper.batch.cancel", Own.ProcessId, Message, Error, Status);
   });
   if (!Cancelled) throw Session.Refusal("The cancellation", Message, Error, Status);
-  if (const TJournalEntry* Found = Journal.FindProcess(Own.ProcessId)) {
+  const TJournalEntry* const Found = Journal.FindProcess(Own.ProcessId);
+  // What the service said counts, not what an editor made of it.
+  if (Found && Session.LastRequest() && Session.LastRequest()->Status == 200) {
     TJournalEntry Entry = *Found;
     Entry.Outcome = JournalOutcome::Cancelled;  // the file may be submitted again
     Journal.Write(Entry);

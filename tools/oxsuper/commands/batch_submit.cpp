@@ -66,7 +66,8 @@ void RefuseTwin(const TJournal& Journal, const TJournalEntry& Entry) {
 /// What the journal says once the call is over.
 std::string OutcomeOf(const TSentRequest* Request, bool Accepted) {
   if (!Request || !Request->Changes || Request->Fate == TRequestFate::NotSent) return JournalOutcome::NotSent;
-  if (Accepted) return JournalOutcome::Accepted;
+  // What the service said counts, not what an editor made of it.
+  if (Accepted && Request->Status == 200) return JournalOutcome::Accepted;
   const bool Refused = Request->Fate == TRequestFate::Answered && Request->Status >= 400 && Request->Status < 500;
   return Refused ? JournalOutcome::Refused : JournalOutcome::Unknown;
 }
@@ -110,7 +111,7 @@ TSubmission SubmitBatch(TSession& Session, TJournal& Journal, TBeamContributionD
   const bool Understood = Completed && Result.Answer && !IsEmpty(*Result.Answer);
   Record(Understood && Result.Answer->StatusCode == 200);
   if (!Completed) throw Session.Refusal("The submission", Message, Error, Status);
-  if (!Understood && Session.LastRequest()->Status == 200)
+  if (!Understood && Session.LastRequest() && Session.LastRequest()->Status == 200)
     throw TToolError(exitOutcomeUnknown,
                      "The submission was sent, and its answer is not understood (\"oxsuper log list\" has it). Do not "
                      "repeat it blindly: ask the clearing house for message " +

@@ -18,7 +18,9 @@ struct TCommandLine {
 
 void AddInitCommand(TCommandLine Line);
 void AddConfigCommand(TCommandLine Line);
+void AddDbCommand(TCommandLine Line);
 void AddSandboxCommand(TCommandLine Line);
+void AddDoctorCommand(TCommandLine Line);
 void AddStatusCommand(TCommandLine Line);
 void AddPingCommand(TCommandLine Line);
 void AddRegisterCommand(TCommandLine Line);

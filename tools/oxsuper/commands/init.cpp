@@ -4,6 +4,7 @@
 #include "commands/commands.h"
 #include "output.h"
 #include "oxSuperAPI/foundation/uBeamEnumerations.h"
+#include "oxSuperAPI/reference/db_open.h"
 #include "oxSuperAPI/reference/private_file.h"
 #include "oxSuperAPI/reference/reference_host.h"
 #include "oxSuperAPI/reference/secrets_toml.h"
@@ -98,8 +99,8 @@ TExit Init(const TToolOptions& Options, const TInitOptions& Own) {
   PrintLine("Configuration  " + File.string() + (Kept ? " (kept as it was)" : ""));
   PrintLine("Key            " + Config.files.key.string() + " (back it up: without it the credentials are lost)");
   PrintLine("Secrets        " + Secrets);
-  PrintLine("Databases      " + Config.files.common_database.string());
-  PrintLine("               " + Config.files.payroll_database.string());
+  PrintLine("Databases      " + ShownAddress(Config.files.common_database));
+  PrintLine("               " + ShownAddress(Config.files.payroll_database));
   PrintLine();
   PrintLine(Own.Sandbox ? "Next: oxsuper sandbox start, oxsuper register, oxsuper activate, oxsuper opt-in"
                         : "Next: fill in the configuration, then oxsuper config set-secret application Prod, oxsuper "

@@ -1,5 +1,6 @@
 #include "commands/commands.h"
 #include "output.h"
+#include "oxSuperAPI/reference/db_open.h"
 #include "session.h"
 
 namespace oxSuperAPI {
@@ -26,8 +27,8 @@ TExit Status(const TToolOptions& Options) {
   PrintLine("Environment  " + Session.Environment() + " (" + URL + ")");
   PrintLine("Status       " + std::string(TTBeamSuperStatusString[Status]));
   PrintLine(std::string("Opted in     ") + (Global.GetOptedIn() ? "yes" : "no"));
-  PrintLine("Databases    " + Session.Config().files.common_database.string());
-  PrintLine("             " + Session.Config().files.payroll_database.string());
+  PrintLine("Databases    " + ShownAddress(Session.Config().files.common_database));
+  PrintLine("             " + ShownAddress(Session.Config().files.payroll_database));
   return exitDone;
 }
 

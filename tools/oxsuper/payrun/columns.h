@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -36,7 +37,7 @@ struct TPayRunRow {
   std::array<TBeamDatedValue, 5> AnnualSalaries;
 
   // Columns that are only checked.
-  std::string TransactionDate;
+  std::map<std::size_t, std::string> Dates;  ///< as they are sent, by column
   std::optional<std::int64_t> PaymentCents;
   std::int64_t ContributionCents = 0;
   bool HasContributions = false;
@@ -66,9 +67,10 @@ enum class TRequired : std::uint8_t {
 
 /// Where a cell's value goes: a text, a number, a telephone number (split into area code and number), or nowhere.
 using TTextTarget = std::string& (*)(TPayRunRow&);
+using TCompactTextTarget = TBeamText& (*)(TPayRunRow&);
 using TNumberTarget = double& (*)(TPayRunRow&);
 using TPhoneTarget = TBeamPhoneNumber& (*)(TPayRunRow&);
-using TTarget = std::variant<std::monostate, TTextTarget, TNumberTarget, TPhoneTarget>;
+using TTarget = std::variant<std::monostate, TTextTarget, TCompactTextTarget, TNumberTarget, TPhoneTarget>;
 
 struct TColumn {
   std::size_t Number;  ///< from 1

@@ -87,7 +87,7 @@ TPayRun ReadJSONBatch(std::string_view Text, TJSONParser& Parser) {
 }
 
 std::int64_t TotalCents(const TBeamMemberContribution& Member) {
-  const TBeamDefinedBenefits& Benefits = Member.definedBenefits;
+  const TBeamDefinedBenefits& Benefits = *Member.definedBenefits;
   const auto Cents = [](double Dollars) { return static_cast<std::int64_t>(std::llround(Dollars * 100)); };
   std::int64_t Total = 0;
   for (const double Amount :

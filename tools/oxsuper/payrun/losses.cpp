@@ -8,7 +8,7 @@
 namespace oxSuperAPI {
 namespace {
 
-bool IsZero(const std::string& Text) {
+bool IsZero(std::string_view Text) {
   double Number = 1;
   const auto [End, Problem] = std::from_chars(Text.data(), Text.data() + Text.size(), Number);
   return Problem == std::errc() && End == Text.data() + Text.size() && std::abs(Number) < 0.01;
@@ -17,12 +17,12 @@ bool IsZero(const std::string& Text) {
 void Collect(const TJSONValue& Value, const std::string& Path, TSaidValues& Values) {
   if (const TJSONObject* Object = Value.AsObject()) {
     for (const TJSONPair& Member : Object->Members())
-      Collect(Member.Value, Path.empty() ? Member.Name : Path + "." + Member.Name, Values);
+      Collect(Member.Value(), (Path.empty() ? "" : Path + ".").append(Member.Name()), Values);
   } else if (const TJSONArray* Array = Value.AsArray()) {
     for (std::size_t Index = 0; Index < Array->Count(); ++Index)
       Collect(*Array->At(Index), Path + "[" + std::to_string(Index) + "]", Values);
   } else {
-    const std::string Text = TBeamAPIHelper::TextOf(&Value);
+    const std::string_view Text = TBeamAPIHelper::TextOf(&Value);
     const bool Silent = Text.empty() || (!Value.AsBoolean() && IsZero(Text));
     if (!Silent) Values.emplace(Path, Text);  // where a name repeats, the first member counts
   }

@@ -1,6 +1,7 @@
 #include "payrun/rows.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "oxSuperAPI/foundation/uBeamText.h"
 
@@ -24,8 +25,10 @@ TBeamPhoneNumber SplitPhone(const std::string& Digits) {
 
 void Store(const TColumn& Column, const TCellValue& Value, TPayRunRow& Row) {
   if (const auto* Text = std::get_if<TTextTarget>(&Column.Target)) (*Text)(Row) = Value.Text;
+  if (const auto* Text = std::get_if<TCompactTextTarget>(&Column.Target)) (*Text)(Row) = Value.Text;
   if (const auto* Number = std::get_if<TNumberTarget>(&Column.Target)) (*Number)(Row) = Value.Number;
   if (const auto* Phone = std::get_if<TPhoneTarget>(&Column.Target)) (*Phone)(Row) = SplitPhone(Value.Text);
+  if (Column.Form == TForm::Date) Row.Dates[Column.Number] = Value.Text;
   if (Column.Number == colLineId) Row.LineId = Value.Text;
   if (Column.Number == colPaymentAmount) Row.PaymentCents = Value.Cents;
   if (Column.Owner == TColumnOwner::Contribution) {
@@ -35,16 +38,11 @@ void Store(const TColumn& Column, const TCellValue& Value, TPayRunRow& Row) {
   if (Column.Owner == TColumnOwner::Registration) Row.HasRegistration = true;
 }
 
-/// The texts of the date columns, "" elsewhere.
-const std::string& DateAt(std::size_t Column, TPayRunRow& Row) {
-  return std::get<TTextTarget>(Columns[Column - 1].Target)(Row);
-}
-
-void CheckDates(TPayRunRow& Row, TPayRunNotes& Notes) {
+void CheckDates(const TPayRunRow& Row, TPayRunNotes& Notes) {
+  const auto IsKnown = [&](auto Date) { return Date != Row.Dates.end() && Date->second != UnknownDate; };
   const auto InOrder = [&](std::size_t Start, std::size_t End) {
-    const std::string& From = DateAt(Start, Row);
-    const std::string& To = DateAt(End, Row);
-    return From.empty() || To.empty() || From == UnknownDate || To == UnknownDate || From <= To;
+    const auto From = Row.Dates.find(Start), To = Row.Dates.find(End);
+    return !IsKnown(From) || !IsKnown(To) || From->second <= To->second;
   };
   for (const TDatePair& Pair : DatePairs)
     if (!InOrder(Pair.Start, Pair.End))
@@ -75,7 +73,7 @@ void CheckTogether(const TCSVRow& Cells, TPayRunRow& Row, TPayRunNotes& Notes) {
   if (Member.employmentEndDate.empty() != Member.employmentEndReason.empty())
     Notes.Add(Warning, Row, Member.employmentEndDate.empty() ? colEmploymentEndDate : colEmploymentEndReason,
               "the end of an employment needs its date and its reason");
-  if (Row.ServiceFraction != 0 && Member.definedBenefits.serviceFractionEffectiveDate.empty())
+  if (Row.ServiceFraction != 0 && Member.definedBenefits->serviceFractionEffectiveDate.empty())
     Notes.Add(Error, Row, colServiceFractionDate, "a service fraction needs its effective date");
   if (!Row.HasContributions && !Row.HasRegistration)
     Notes.Add(Remark, Row, 0, "neither contributions nor registration data: only the member's particulars are sent");
@@ -86,20 +84,20 @@ void CheckTogether(const TCSVRow& Cells, TPayRunRow& Row, TPayRunNotes& Notes) {
 
 /// Two columns for one field: the registration part wins.
 void ResolveTwins(TPayRunRow& Row, TPayRunNotes& Notes) {
-  TBeamDefinedBenefits& Benefits = Row.Member->definedBenefits;
-  if (Benefits.serviceFraction.value == 0)
-    Benefits.serviceFraction.value = Row.ServiceFraction;
-  else if (Row.ServiceFraction != 0 && Row.ServiceFraction != Benefits.serviceFraction.value)
+  TBeamMemberContribution& Member = *Row.Member;
+  const TBeamDefinedBenefits& Registered = *std::as_const(Member).definedBenefits;
+  if (Row.ServiceFraction != 0 && Registered.serviceFraction.value == 0)
+    Member.definedBenefits->serviceFraction.value = Row.ServiceFraction;
+  else if (Row.ServiceFraction != 0 && Row.ServiceFraction != Registered.serviceFraction.value)
     Notes.Add(Warning, Row, colServiceFraction, "differs from column CV, which is sent");
-  if (Benefits.employeeLocationIdentifier.value.empty())
-    Benefits.employeeLocationIdentifier.value = Row.EmployeeLocation;
-  else if (!Row.EmployeeLocation.empty() && Row.EmployeeLocation != Benefits.employeeLocationIdentifier.value)
+  if (!Row.EmployeeLocation.empty() && Registered.employeeLocationIdentifier.value.empty())
+    Member.definedBenefits->employeeLocationIdentifier.value = Row.EmployeeLocation;
+  else if (!Row.EmployeeLocation.empty() && Row.EmployeeLocation != Registered.employeeLocationIdentifier.value)
     Notes.Add(Warning, Row, colEmployeeLocation, "differs from column EA, which is sent");
 }
 
 /// The wire has room for four salaries, the entries 2 to 5 of the table, and takes none without an end date.
 void PlaceAnnualSalaries(const TPayRunRow& Row, TPayRunNotes& Notes) {
-  auto& Table = Row.Member->definedBenefits.definedBenefitsAnnualSalary;
   std::size_t Entry = 1;
   for (std::size_t Index = 0; Index < Row.AnnualSalaries.size(); ++Index) {
     const TBeamDatedValue& Salary = Row.AnnualSalaries[Index];
@@ -107,10 +105,10 @@ void PlaceAnnualSalaries(const TPayRunRow& Row, TPayRunNotes& Notes) {
     if (Salary.value == 0 && Salary.startDate.empty() && Salary.endDate.empty()) continue;
     if (Salary.endDate.empty())
       Notes.AddNotSent(Row, Column, "an annual salary is only sent with its end date");
-    else if (Entry == Table.size())
+    else if (Entry == MaxTableEntries)
       Notes.AddNotSent(Row, Column, "at most four annual salaries are sent");
     else
-      Table[Entry++] = Salary;
+      Row.Member->definedBenefits->definedBenefitsAnnualSalary[Entry++] = Salary;
   }
 }
 
@@ -128,11 +126,14 @@ void ApplyOptions(const TCSVRow& Cells, const TPayRunOptions& Options, TPayRunRo
   if (Options.Location == TLocationUse::NotSent) Row.Location.clear();
   if (!Options.PaymentMethod.empty()) Row.Payment.paymentType = Options.PaymentMethod;
 
-  if (!Row.Participant.phoneNumbers[0].number.empty())
-    Row.Participant.phoneNumbers[0].phoneNumberType = Options.LandlineType;
-  if (!Member.phoneNumbers[0].number.empty()) Member.phoneNumbers[0].phoneNumberType = Options.LandlineType;
-  if (!Member.phoneNumbers[1].number.empty()) Member.phoneNumbers[1].phoneNumberType = Options.MobileType;
-  if (Member.phoneNumbers[0].number.empty()) std::swap(Member.phoneNumbers[0], Member.phoneNumbers[1]);
+  const auto SetPhoneType = [](TBeamPhoneNumbers& Phones, std::size_t Index, const std::string& Type) {
+    if (!std::as_const(Phones)[Index].number.empty()) Phones[Index].phoneNumberType = Type;
+  };
+  SetPhoneType(Row.Participant.phoneNumbers, 0, Options.LandlineType);
+  SetPhoneType(Member.phoneNumbers, 0, Options.LandlineType);
+  SetPhoneType(Member.phoneNumbers, 1, Options.MobileType);
+  const TBeamPhoneNumbers& Phones = Member.phoneNumbers;
+  if (Phones[0].number.empty() && !Phones[1].number.empty()) std::swap(Member.phoneNumbers[0], Member.phoneNumbers[1]);
   if (const auto Gender = Options.Genders.find(Member.gender); Gender != Options.Genders.end())
     Member.gender = Gender->second;
   if (Options.UpperCaseCountry) Member.address.countryCode = UpperCase(Member.address.countryCode);

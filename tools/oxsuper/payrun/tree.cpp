@@ -8,14 +8,17 @@ namespace {
 using enum TFindingSeverity;
 
 /// The text by which a column of the sender or payer is compared.
-const std::string& SharedText(const TColumn& Column, TPayRunRow& Row) {
+std::string SharedText(const TColumn& Column, TPayRunRow& Row) {
   if (const auto* Phone = std::get_if<TPhoneTarget>(&Column.Target)) return (*Phone)(Row).number;
+  if (const auto* Text = std::get_if<TCompactTextTarget>(&Column.Target)) return (*Text)(Row);
   return std::get<TTextTarget>(Column.Target)(Row);
 }
 
 void TakeShared(const TColumn& Column, TPayRunRow& From, TPayRunRow& To) {
   if (const auto* Phone = std::get_if<TPhoneTarget>(&Column.Target))
     (*Phone)(To) = (*Phone)(From);
+  else if (const auto* Text = std::get_if<TCompactTextTarget>(&Column.Target))
+    (*Text)(To) = (*Text)(From);
   else
     std::get<TTextTarget>(Column.Target)(To) = std::get<TTextTarget>(Column.Target)(From);
 }
@@ -79,8 +82,8 @@ void TBatchBuilder::Add(TPayRunRow Row) {
 bool TBatchBuilder::Agrees(TPayRunRow& Row, TGroup& Group) const {
   return std::all_of(Columns.begin(), Columns.end(), [&](const TColumn& Column) {
     if (Column.Owner != TColumnOwner::Payer) return true;
-    const std::string& Own = SharedText(Column, Row);
-    const std::string& Others = SharedText(Column, Group.Shared);
+    const std::string Own = SharedText(Column, Row);
+    const std::string Others = SharedText(Column, Group.Shared);
     return Own.empty() || Others.empty() || Own == Others;
   });
 }
@@ -88,8 +91,8 @@ bool TBatchBuilder::Agrees(TPayRunRow& Row, TGroup& Group) const {
 void TBatchBuilder::Merge(TPayRunRow& Row, TGroup& Group) {
   for (const TColumn& Column : Columns) {
     if (Column.Owner != TColumnOwner::Sender && Column.Owner != TColumnOwner::Payer) continue;
-    const std::string& Own = SharedText(Column, Row);
-    const std::string& Others = SharedText(Column, Group.Shared);
+    const std::string Own = SharedText(Column, Row);
+    const std::string Others = SharedText(Column, Group.Shared);
     std::string& Origin = Group.Origins[Column.Number - 1];
     if (Own.empty() || Own == Others) continue;
     if (Others.empty()) {

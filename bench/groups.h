@@ -1,0 +1,44 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace bench {
+
+/// Benchmarks that share data: those whose names begin with the group's name and "/". They run interleaved; the data is
+/// made before them and freed after them.
+struct TGroup {
+  /// Enters the group into `Groups()`. `Prepare` checks that the peers' results equal ours, and raises if not.
+  TGroup(std::string GroupName, void (*PrepareData)(), void (*ReleaseData)());
+
+  std::string Name;
+  void (*Prepare)();
+  void (*Release)();
+};
+std::vector<TGroup>& Groups();
+
+/// Raises std::runtime_error, naming `What`, when two results that should be equal are not.
+void NeedEqual(bool Equal, const char* What);
+
+/// The loop of a benchmark whose result is large: freeing it is not part of the work.
+template <class TWork>
+void Loop(benchmark::State& State, TWork Work) {
+  for (auto _ : State) {
+    auto Result = Work();
+    benchmark::DoNotOptimize(Result);
+    State.PauseTiming();
+    { [[maybe_unused]] const auto Gone = std::move(Result); }
+    State.ResumeTiming();
+  }
+}
+
+/// Registers a benchmark whose one iteration takes long enough to be measured alone.
+template <class TBody>
+benchmark::internal::Benchmark* Once(const std::string& Name, TBody Body) {
+  return benchmark::RegisterBenchmark(Name.c_str(), Body)->Iterations(1);
+}
+
+}  // namespace bench
