@@ -20,6 +20,8 @@ constexpr double Noise = 1.05;
 const std::vector<TGoal> Goals = {
     {"writing", "batch of 100,000 to text : RapidJSON writer", "writing/ours", "writing/rapidjson", Faster, 4.0},
     {"writing", "... : memcpy of the text", "writing/ours", "writing/memcpy", Faster, 0.20},
+    {"writing", "... : copy to fresh memory", "writing/ours", "writing/memcpy_fresh", Told, 0},
+    {"writing", "... 1,000 members, memory touched before", "writing/small", "writing/small_rapidjson", Told, 0},
     {"writing", "... memory beyond the text : text", "writing/memory:beyond", "writing/memory:text", AtMost, 0.05},
     {"reading", "text to tree : RapidJSON document", "reading/tree", "reading/tree_rapidjson", Faster, 1.0},
     {"reading", "... memory of the tree : document's", "reading/memory:ours", "reading/memory:rapidjson", AtMost, 1.2},

@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
@@ -11,14 +13,33 @@ namespace {
 
 using TTree = nlohmann::ordered_json;
 
+/// The library's tables have room for so many.
+constexpr std::size_t MaxPhones = 5;
+
 const TTree* Find(const TTree& Json, std::string_view Name) {
   const auto Found = Json.find(Name);
   return Found == Json.end() ? nullptr : &*Found;
 }
 
+/// The library's rules: what is missing, null or a container is empty, booleans and numbers are their text.
 void Text(const TTree& Json, std::string_view Name, std::string& Out) {
   const TTree* const Value = Find(Json, Name);
-  if (Value) Out = Value->get_ref<const std::string&>();
+  if (Value && Value->is_string())
+    Out = Value->get_ref<const std::string&>();
+  else if (Value && Value->is_primitive() && !Value->is_null())
+    Out = Value->dump();
+  else
+    Out.clear();
+}
+
+double Number(const std::string& Text) {
+  constexpr std::string_view Blanks = " \t\r\n";
+  const std::size_t First = std::min(Text.find_first_not_of(Blanks), Text.size());
+  const char* const End = Text.data() + Text.find_last_not_of(Blanks) + 1;
+  double Result = 0;
+  const auto [Stop, Error] = std::from_chars(Text.data() + First, End, Result);
+  if (Error != std::errc{} || Stop != End || !std::isfinite(Result)) throw std::runtime_error("not an amount");
+  return Result;
 }
 
 struct TMemberReader {
@@ -26,33 +47,32 @@ struct TMemberReader {
   TPlainMember& Member;
 
   void Text(std::string_view Name, std::string TPlainMember::*Field) { bench::Text(*Json, Name, Member.*Field); }
-  void Flag(std::string_view Name, std::string TPlainMember::*Field) {
-    if (const TTree* const Value = Find(*Json, Name)) Member.*Field = Value->get<bool>() ? "true" : "false";
-  }
+  void Flag(std::string_view Name, std::string TPlainMember::*Field) { Text(Name, Field); }
   void Amount(std::string_view Name, double TPlainMember::*Field) {
     const TTree* const Value = Find(*Json, Name);
     if (!Value) throw std::runtime_error("an amount is missing");
-    const std::string& Digits = Value->get_ref<const std::string&>();
-    const char* const End = Digits.data() + Digits.size();
-    const auto [Stop, Error] = std::from_chars(Digits.data(), End, Member.*Field);
-    if (Error != std::errc{} || Stop != End) throw std::runtime_error("not an amount");
+    Member.*Field = Value->is_string() ? Number(Value->get_ref<const std::string&>()) : Number(Value->dump());
   }
   template <class Fill>
   void Object(std::string_view Name, Fill FillObject) {
     const TTree* const Nested = Find(*Json, Name);
-    if (!Nested) return;
+    if (!Nested || !Nested->is_object()) return;
     const TTree* const Outer = std::exchange(Json, Nested);
     FillObject();
     Json = Outer;
   }
+  void Unused(std::string_view Name) {
+    if (Find(*Json, Name)) throw std::runtime_error("a member that is not generated");
+  }
   void Phones(std::string_view Name) {
     const TTree* const Array = Find(*Json, Name);
-    if (!Array) return;
-    for (const TTree& Element : *Array) {
-      TPlainPhone& Phone = Member.phoneNumbers.emplace_back();
-      bench::Text(Element, "areaCode", Phone.areaCode);
-      bench::Text(Element, "number", Phone.number);
-      bench::Text(Element, "phoneNumberType", Phone.phoneNumberType);
+    if (!Array || !Array->is_array()) return;
+    Member.phoneNumbers.resize(std::min(Array->size(), MaxPhones));
+    for (std::size_t Index = 0; Index < Member.phoneNumbers.size(); ++Index) {
+      TPlainPhone& Phone = Member.phoneNumbers[Index];
+      bench::Text((*Array)[Index], "areaCode", Phone.areaCode);
+      bench::Text((*Array)[Index], "number", Phone.number);
+      bench::Text((*Array)[Index], "phoneNumberType", Phone.phoneNumberType);
     }
   }
 };
@@ -72,6 +92,7 @@ TPlainBatch ReadWithNlohmann(const TTree& Tree) {
     Fund.isDefaultFund = FundJson.at("isDefaultFund").get<bool>();
     const TTree* const Members = Find(FundJson, "members");
     if (!Members) continue;
+    Fund.members.reserve(Members->size());
     for (const TTree& MemberJson : *Members) {
       TMemberReader Reader{&MemberJson, Fund.members.emplace_back()};
       DescribeMember(Reader);

@@ -57,6 +57,7 @@ class TTargets {
   void Object(std::string_view, Fill FillObject) {
     FillObject();
   }
+  void Unused(std::string_view) {}
   void Phones(std::string_view) {}
 
  private:

@@ -46,6 +46,7 @@ struct TMemberWriter {
     FillObject();
     Writer.EndObject();
   }
+  void Unused(std::string_view) {}
   void Phones(std::string_view Name) {
     Key(Writer, Name);
     Writer.StartArray();

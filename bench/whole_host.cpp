@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "oxSuperAPI/foundation/uBeamEnumerations.h"
+#include "oxSuperAPI/reference/db_sqlite.h"
 #include "oxSuperAPI/session/uBeamSuperGlobal.h"
 
 namespace bench {
@@ -60,9 +61,9 @@ TWholeHost::~TWholeHost() {
 }
 
 TPreparedInsert::TPreparedInsert(const std::filesystem::path& FileName) {
-  oxSuperAPI::TSQLiteConnection::CreateFile(FileName);
+  oxSuperAPI::TSQLiteConnection::CreateFile(FileName.string());
   {
-    oxSuperAPI::TSQLiteConnection Connection(FileName);
+    oxSuperAPI::TSQLiteConnection Connection(FileName.string());
     CreateSchema(Connection, oxSuperAPI::TDatabaseRole::Payroll);
   }
   sqlite3* Database = nullptr;

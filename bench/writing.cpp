@@ -10,7 +10,13 @@ namespace bench {
 
 namespace {
 
+// A batch whose text is small enough for the heap to hand out the same memory again: the work without the first touch.
+struct TSmallData {
+  TPlainBatch Plain = GenerateBatch(1'000);
+  std::unique_ptr<oxSuperAPI::TBeamContributionDetail> Batch = ToRecords(Plain);
+};
 struct TData {
+  TSmallData Small;
   TPlainBatch Plain = GenerateBatch(100'000);
   std::unique_ptr<oxSuperAPI::TBeamContributionDetail> Batch = ToRecords(Plain);
   std::string Text = Batch->GetAsJsonString();
@@ -36,6 +42,25 @@ const auto Memcpy = Once("writing/memcpy", [](benchmark::State& State) {
     benchmark::ClobberMemory();
   }
 });
+
+// Into memory as fresh as the text's.
+const auto MemcpyFresh = Once("writing/memcpy_fresh", [](benchmark::State& State) {
+  Loop(State, [] {
+    std::string Copy;
+    Copy.reserve(Data->Text.size());
+    Copy.append(Data->Text);
+    return Copy;
+  });
+});
+
+constexpr int SmallRounds = 50;
+
+const auto Small = Once("writing/small", [](benchmark::State& State) {
+                     Loop(State, [] { return Data->Small.Batch->GetAsJsonString(); });
+                   }) -> Iterations(SmallRounds);
+const auto SmallRapidJson = Once("writing/small_rapidjson", [](benchmark::State& State) {
+                              Loop(State, [] { return WriteWithRapidJson(Data->Small.Plain); });
+                            }) -> Iterations(SmallRounds);
 
 const auto Memory = Once("writing/memory", [](benchmark::State& State) {
   for (auto _ : State) {

@@ -78,11 +78,9 @@ void ReplaceFirst(std::string& Text, std::string_view Old, std::string_view New)
 
 }  // namespace
 
-std::string_view TBeamAPIHelper::TextOf(const TJSONValue* Value) {
+std::string_view TBeamAPIHelper::TextOfOther(const TJSONValue* Value) {
   if (!Value) return "";
   switch (Value->Kind()) {
-    case TJSONKind::String:
-      return *Value->AsString();
     case TJSONKind::Number:
       return Value->AsNumber()->Text;
     case TJSONKind::True:
@@ -99,11 +97,12 @@ std::int32_t TBeamAPIHelper::IntegerOf(const TJSONValue* Value) {
 }
 
 double TBeamAPIHelper::DoubleOf(const TJSONValue* Value, std::string_view Name) {
-  return Trim(TextOf(Value)).empty() ? 0.0 : StrictDoubleOf(Value, Name);
+  return Value && !Trim(TextOf(Value)).empty() ? StrictDoubleOf(Value, Name) : 0.0;
 }
 
 double TBeamAPIHelper::StrictDoubleOf(const TJSONValue* Value, std::string_view Name) {
   const std::string_view Text = TextOf(Value);
+  if (const std::optional<double> Number = TryParseFloat(Text)) return *Number;
   if (const std::optional<double> Number = TryParseFloat(Trim(Text))) return *Number;
   throw TBeamConversionError(std::string(Name) + " value >" + std::string(Text) + "< is not a floating point number");
 }

@@ -56,7 +56,9 @@ class OXSUPERAPI_EXPORT TBeamAPIHelper {
 
   /// What the readers below make of a value that they found; null is a missing one. The text is borrowed from the tree.
   /// `Name` is for the error's text. @{
-  static std::string_view TextOf(const TJSONValue* Value);
+  static std::string_view TextOf(const TJSONValue* Value) {
+    return Value && Value->Kind() == TJSONKind::String ? *Value->AsString() : TextOfOther(Value);
+  }
   static std::int32_t IntegerOf(const TJSONValue* Value);
   static double DoubleOf(const TJSONValue* Value, std::string_view Name);
   static double StrictDoubleOf(const TJSONValue* Value, std::string_view Name);
@@ -111,6 +113,9 @@ class OXSUPERAPI_EXPORT TBeamAPIHelper {
 
   /// The customer's key and PIN, from the host.
   static void GetRegoKeyAndPIN(std::string& Key, std::string& PIN);
+
+ private:
+  static std::string_view TextOfOther(const TJSONValue* Value);
 };
 
 /// A list of strings, each with an optional object attached that the list owns: it goes when its entry is deleted and

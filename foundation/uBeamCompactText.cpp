@@ -1,9 +1,17 @@
 #include "oxSuperAPI/foundation/uBeamCompactText.h"
 
+#include <algorithm>
 #include <limits>
 #include <new>
 
+#include "oxSuperAPI/host/uHostJsonEscaping.h"
+
 namespace oxSuperAPI {
+
+void TBeamText::Take(std::string_view Content) {
+  if (Content.size() > Tag || !CopyPlainJSON(FBytes, Content)) return TakeLong(Content);
+  FBytes[Tag] = static_cast<char>(Tag - Content.size());
+}
 
 void TBeamText::TakeLong(std::string_view Content) {
   // Until the block is there, this is an empty text: nothing of another one's may be released.
@@ -11,12 +19,15 @@ void TBeamText::TakeLong(std::string_view Content) {
   if (Content.size() > std::numeric_limits<std::uint32_t>::max())
     throw TBeamRangeError("A text of 4 GB or more does not fit into a record");
   const auto Size = static_cast<std::uint32_t>(Content.size());
-  char* const Block = static_cast<char*>(::operator new(sizeof Size + Size + 1));
+  const std::size_t Copied = (Content.size() + CopySlack - 1) / CopySlack * CopySlack;
+  const std::size_t Room = std::max(Copied, Content.size() + 1);
+  char* const Block = static_cast<char*>(::operator new(sizeof Size + Room));
+  char* const Text = Block + sizeof Size;
   std::memcpy(Block, &Size, sizeof Size);
-  std::memcpy(Block + sizeof Size, Content.data(), Size);
-  Block[sizeof Size + Size] = '\0';
+  const bool IsPlain = CopyPlainJSON(Text, Content);
+  std::fill(Text + Size, Text + Room, '\0');
   std::memcpy(FBytes, &Block, sizeof Block);
-  FBytes[Tag] = Long;
+  FBytes[Tag] = IsPlain ? Long : LongToEscape;
 }
 
 void TBeamText::Release() noexcept {

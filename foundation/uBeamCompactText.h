@@ -20,8 +20,9 @@ template <class Text>
 concept TBeamReadsAsText = std::convertible_to<const Text&, std::string_view> && !std::same_as<Text, std::nullptr_t>;
 
 /// A text in 12 bytes, for records of which a batch holds hundreds of thousands. Texts of up to 11 bytes (dates,
-/// numbers, codes) stand in place, longer ones in a heap block of exactly their size. A value like std::string: copied
-/// deeply, assigned and compared like one, handed to whatever takes a std::string_view or a std::string.
+/// numbers, codes) stand in place, all others in a heap block of their size. A value like std::string: copied deeply,
+/// assigned and compared like one, handed to whatever takes a std::string_view or a std::string. Whether it stands in
+/// JSON as it is was found out when it was assigned.
 ///
 /// It is written as a whole and never edited in place: for more than reading, take a std::string and assign it back.
 class OXSUPERAPI_EXPORT TBeamText {
@@ -39,6 +40,11 @@ class OXSUPERAPI_EXPORT TBeamText {
   TBeamText(TBeamText&& Other) noexcept : TBeamText() { Swap(Other); }
   TBeamText& operator=(TBeamText Other) noexcept {
     Swap(Other);
+    return *this;
+  }
+  template <TBeamReadsAsText Text>
+  requires(!std::same_as<Text, TBeamText>) TBeamText& operator=(const Text& Content) {
+    Assign(Content);
     return *this;
   }
   constexpr ~TBeamText() {
@@ -60,6 +66,25 @@ class OXSUPERAPI_EXPORT TBeamText {
   }
   bool empty() const noexcept { return FBytes[Tag] == MaxInPlace; }
   void clear() noexcept { *this = TBeamText(); }
+  /// @}
+
+  /// Whether nothing in it needs an escape in JSON.
+  bool IsPlainJSON() const noexcept { return FBytes[Tag] != LongToEscape; }
+
+  /// Copies the text to `Out` in blocks of known size, so up to `CopySlack` bytes behind it are overwritten too. Gives
+  /// the end of the text. @{
+  static constexpr std::size_t CopySlack = 16;
+  char* CopyTo(char* Out) const noexcept {
+    if (!IsLong()) {
+      std::memcpy(Out, FBytes, sizeof FBytes);
+      return Out + size();
+    }
+    const char* const Content = data();
+    const std::size_t Size = LongSize();
+    for (std::size_t Position = 0; Position < Size; Position += CopySlack)
+      std::memcpy(Out + Position, Content + Position, CopySlack);
+    return Out + Size;
+  }
   /// @}
 
   /// By bytes, with anything that reads as a text. @{
@@ -93,15 +118,16 @@ class OXSUPERAPI_EXPORT TBeamText {
  private:
   static constexpr std::size_t Tag = 11;
   static constexpr char MaxInPlace = 11;
-  static constexpr char Long = 127;
+  static constexpr char Long = 126, LongToEscape = 127;
 
-  void Take(std::string_view Content) {
-    if (Content.size() > Tag) return TakeLong(Content);
-    if (!Content.empty()) std::memcpy(FBytes, Content.data(), Content.size());
-    FBytes[Tag] = static_cast<char>(Tag - Content.size());
+  void Take(std::string_view Content);
+  // What `Content` may refer into is released last.
+  void Assign(std::string_view Content) {
+    TBeamText Copy(Content);
+    Swap(Copy);
   }
 
-  constexpr bool IsLong() const noexcept { return FBytes[Tag] == Long; }
+  constexpr bool IsLong() const noexcept { return FBytes[Tag] >= Long; }
   char* Block() const noexcept {
     char* Result;
     std::memcpy(&Result, FBytes, sizeof Result);
@@ -114,11 +140,17 @@ class OXSUPERAPI_EXPORT TBeamText {
   }
   void TakeLong(std::string_view Content);
   void Release() noexcept;
-  void Swap(TBeamText& Other) noexcept { std::swap(FBytes, Other.FBytes); }
+  void Swap(TBeamText& Other) noexcept {
+    char Bytes[sizeof FBytes];
+    std::memcpy(Bytes, FBytes, sizeof FBytes);
+    std::memcpy(FBytes, Other.FBytes, sizeof FBytes);
+    std::memcpy(Other.FBytes, Bytes, sizeof FBytes);
+  }
   static std::string Concatenated(std::string_view Left, std::string_view Right);
 
-  // In place: the text, and at the end how many bytes it could still take; a text of 11 bytes so ends in NUL. Else: the
-  // address of a block of size (32 bits), text and NUL, unaligned, and at the end Long.
+  // In place, if it needs no escape: the text, and at the end how many bytes it could still take; a text of 11 bytes so
+  // ends in NUL. Else: the address of a block, unaligned, and at the end one of the two marks. A block consists of size
+  // (32 bits), text and NUL; as many bytes as CopyTo reads can be read.
   alignas(4) char FBytes[12] = {};
 };
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "oxSuperAPI/foundation/uBeamNumbers.h"
+#include "oxSuperAPI/foundation/uBeamCompactText.h"
 #include "oxSuperAPI/foundation/uBeamText.h"
 #include "oxSuperAPI/host/uBeamError.h"
 #include "oxSuperAPI/host/uHostJsonEscaping.h"
@@ -54,15 +54,15 @@ template <class Sink>
 class OXSUPERAPI_EXPORT TJSONAddOperations {
  public:
   /// Two decimals. Left out without a name, always; strictly between -0.01 and 0.01 left out, or "0" with AlwaysAdd.
-  Sink& AddPair(TJSONName Name, std::same_as<double> auto Value, bool AlwaysAdd = false) {
+  [[gnu::always_inline]] Sink& AddPair(TJSONName Name, std::same_as<double> auto Value, bool AlwaysAdd = false) {
     if (Name.IsEmpty()) return Self();
-    if (Value > -0.01 && Value < 0.01) return AlwaysAdd ? Append(Name, "0") : Self();
-    return AddFloat(Name, Value);
+    if (!(Value > -0.01 && Value < 0.01)) return AddFloat(Name, Value);
+    return AlwaysAdd ? Append(Name, std::string_view("0")) : Self();
   }
 
   /// Decimal text, zero included.
   Sink& AddPair(TJSONName Name, std::same_as<std::int32_t> auto Value, bool AlwaysAdd = false) {
-    return AlwaysAdd || !Name.IsEmpty() ? Append(Name, std::to_string(Value)) : Self();
+    return AlwaysAdd || !Name.IsEmpty() ? Append(Name, std::string_view(std::to_string(Value))) : Self();
   }
 
   /// A JSON boolean.
@@ -76,10 +76,15 @@ class OXSUPERAPI_EXPORT TJSONAddOperations {
     return AlwaysAdd || !Name.IsEmpty() ? AddFloat(Name, Value) : Self();
   }
 
-  /// The text as it stands; an empty one is left out, unless AlwaysAdd.
+  /// The text as it stands; an empty one is left out, unless AlwaysAdd. @{
   Sink& AddString(TJSONName Name, std::string_view Value, bool AlwaysAdd = false) {
     return AlwaysAdd || !(Name.IsEmpty() || Value.empty()) ? Append(Name, Value) : Self();
   }
+  [[gnu::always_inline]] Sink& AddString(TJSONName Name, const std::same_as<TBeamText> auto& Value,
+                                         bool AlwaysAdd = false) {
+    return AlwaysAdd || !(Name.IsEmpty() || Value.empty()) ? Append(Name, Value) : Self();
+  }  ///< The same for a text that knows whether it needs an escape.
+  /// @}
 
   /// A JSON boolean: true for the text "true" in any letter case, not trimmed; false for any other.
   Sink& AddStringAsBool(TJSONName Name, std::string_view Value, bool AlwaysAdd = false) {
@@ -90,14 +95,15 @@ class OXSUPERAPI_EXPORT TJSONAddOperations {
  private:
   Sink& Self() { return static_cast<Sink&>(*this); }
 
-  Sink& Append(TJSONName Name, std::string_view Text) {
-    Self().AppendString(Name, Text);
+  template <class Text>
+  [[gnu::always_inline]] Sink& Append(TJSONName Name, const Text& Value) {
+    Self().AppendString(Name, Value);
     return Self();
   }
 
-  Sink& AddFloat(TJSONName Name, double Value) {
-    TBeamFloatText Text;
-    return Append(Name, WriteFloat(Text, Value));
+  [[gnu::always_inline]] Sink& AddFloat(TJSONName Name, double Value) {
+    Self().AppendAmount(Name, Value);
+    return Self();
   }
 };
 

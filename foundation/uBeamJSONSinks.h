@@ -7,6 +7,7 @@
 
 #include "oxSuperAPI/foundation/uBeamJSONAddOperations.h"
 #include "oxSuperAPI/foundation/uBeamJSONTextWriter.h"
+#include "oxSuperAPI/foundation/uBeamNumbers.h"
 #include "oxSuperAPI/host/uHostJson.h"
 
 namespace oxSuperAPI {
@@ -23,6 +24,7 @@ class OXSUPERAPI_EXPORT TJSONObjectHelper : public TJSONAddOperations<TJSONObjec
   void AppendString(TJSONName Name, std::string_view Text) {
     FObject.Append(std::string(Name.Text()), TJSONValue(std::string(Text)));
   }
+  void AppendAmount(TJSONName Name, double Value) { AppendString(Name, FormatFloat(Value)); }
   void AppendBoolean(TJSONName Name, bool Value) { FObject.Append(std::string(Name.Text()), TJSONValue(Value)); }
   /// @}
 

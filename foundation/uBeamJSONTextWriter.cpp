@@ -3,22 +3,11 @@
 #include <algorithm>
 #include <cstring>
 
-#include "oxSuperAPI/host/uHostJson.h"
 #include "oxSuperAPI/host/uHostJsonEscaping.h"
 
 namespace oxSuperAPI {
 
 namespace {
-
-// Blanks of this many are copied in one go, wanted or not: the room behind them is written next.
-constexpr std::size_t ManyBlanks = 32;
-constexpr char Blanks[ManyBlanks + 1] = "                                ";
-
-char* WriteBlanks(char* Out, std::size_t Count) {
-  std::memcpy(Out, Blanks, ManyBlanks);
-  if (Count > ManyBlanks) std::memset(Out + ManyBlanks, ' ', Count - ManyBlanks);
-  return Out + Count;
-}
 
 // As std::memcpy, without a call.
 [[gnu::always_inline]] inline char* CopyText(char* Out, std::string_view Text) {
@@ -34,19 +23,12 @@ inline char* TJSONTextWriter::Room(std::size_t Size) {
   return FBlock.data() + FUsed;
 }
 
-inline void TJSONTextWriter::End(const char* Out) {
-  FUsed = static_cast<std::size_t>(Out - FBlock.data());
-}
-
 // Comma, line break and blanks. The result has `Behind` bytes of room.
 inline char* TJSONTextWriter::StartItem(std::size_t Behind) {
-  const bool Comma = FNest->StartItem();
-  const std::size_t Indent = 2 * FNest->Depth();
-  char* Out = Room(2 + Indent + ManyBlanks + Behind);
-  *Out = ',';
-  Out += Comma;
-  *Out++ = '\n';
-  return WriteBlanks(Out, Indent);
+  const bool IsFirst = !FNest->StartItem();
+  char* Out = Room(SeparatorSize + FIndent + Behind);
+  char* const End = CopySeparator(Out, FIndent);
+  return IsFirst ? std::copy(Out + 1, End, Out) : End;
 }
 
 // The same, and the name with its colon.
@@ -67,27 +49,21 @@ inline char* TJSONTextWriter::StartMember(TJSONName Name, std::size_t Behind) {
   return Out;
 }
 
-TJSONTextWriter::TNest::TNest(TJSONTextWriter& Writer, const TJSONName* Name, const char* Brackets)
-    : FWriter(Writer), FOuter(Writer.FNest), FName(Name), FBrackets(Brackets), FDepth(FOuter ? FOuter->FDepth + 1 : 1) {
-  if (FDepth > MaxJSONDepth) throw TBeamError("The JSON value is nested too deeply to be written");
-  Writer.FNest = this;
-}
-
 [[gnu::noinline]] void TJSONTextWriter::TNest::Open() {
   FIsOpen = true;
-  FWriter.FNest = FOuter;
+  FWriter.Enter(FOuter);
   char* Out = !FOuter ? FWriter.Room(1) : FName ? FWriter.StartMember(*FName, 1) : FWriter.StartItem(1);
   *Out++ = FBrackets[0];
   FWriter.End(Out);
-  FWriter.FNest = this;
+  FWriter.Enter(this);
 }
 
 void TJSONTextWriter::TNest::Close() {
   const std::size_t Indent = 2 * (FDepth - 1);
-  char* Out = FWriter.Room(Indent + ManyBlanks + 2);
+  char* Out = FWriter.Room(Indent + 2);
   if (FIsFilled) {
     *Out++ = '\n';
-    Out = WriteBlanks(Out, Indent);
+    Out = std::fill_n(Out, Indent, ' ');
   }
   *Out++ = FBrackets[1];
   FWriter.End(Out);
@@ -103,6 +79,11 @@ void TJSONTextWriter::TNest::Close() {
   Out = WriteEscapedJSON(Out, Text);
   *Out++ = '"';
   End(Out);
+}
+
+[[gnu::noinline]] void TJSONTextWriter::AppendLongAmount(TJSONName Name, double Value) {
+  TBeamFloatText Text;
+  AppendString(Name, {Text.data(), WriteFloat(Text.data(), Value)});
 }
 
 void TJSONTextWriter::AppendBoolean(TJSONName Name, bool Value) {

@@ -2,11 +2,15 @@
 
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "oxSuperAPI/foundation/uBeamCompactText.h"
 #include "oxSuperAPI/foundation/uBeamJSONAddOperations.h"
+#include "oxSuperAPI/foundation/uBeamNumbers.h"
+#include "oxSuperAPI/host/uHostJson.h"
 
 namespace oxSuperAPI {
 
@@ -18,6 +22,10 @@ class OXSUPERAPI_EXPORT TJSONTextCounter : public TJSONAddOperations<TJSONTextCo
 
   /// As the operations of TJSONTextWriter. @{
   void AppendString(TJSONName Name, std::string_view Text) { StartMember(Name, EscapedJSONSize(Text) + 2); }
+  void AppendString(TJSONName Name, const TBeamText& Text) {
+    StartMember(Name, (Text.IsPlainJSON() ? Text.size() : EscapedJSONSize(Text)) + 2);
+  }
+  void AppendAmount(TJSONName Name, double Value) { StartMember(Name, FloatSize(Value) + 2); }
   void AppendBoolean(TJSONName Name, bool Value) { StartMember(Name, Value ? 4 : 5); }
 
   template <class FillRoot>
@@ -73,6 +81,14 @@ class OXSUPERAPI_EXPORT TJSONTextWriter : public TJSONAddOperations<TJSONTextWri
 
   /// Append without a look at the value: what the add operations end in. @{
   void AppendString(TJSONName Name, std::string_view Text);
+  [[gnu::always_inline]] void AppendString(TJSONName Name, const TBeamText& Text) {
+    if (!Text.IsPlainJSON() || !IsShort(Name, Text.size())) return AppendString(Name, Text.view());
+    EndString(Text.CopyTo(StartString(Name)));
+  }
+  [[gnu::always_inline]] void AppendAmount(TJSONName Name, double Value) {
+    if (!IsShort(Name, std::tuple_size_v<TBeamFloatText>)) return AppendLongAmount(Name, Value);
+    EndString(WriteFloat(StartString(Name), Value));
+  }
   void AppendBoolean(TJSONName Name, bool Value);
   /// @}
 
@@ -96,13 +112,22 @@ class OXSUPERAPI_EXPORT TJSONTextWriter : public TJSONAddOperations<TJSONTextWri
   class TNest {
    public:
     // Without an outer one it is the root, without a name an element.
-    TNest(TJSONTextWriter& Writer, const TJSONName* Name, const char* Brackets);
-    ~TNest() { FWriter.FNest = FOuter; }  // also when filling it raises
+    TNest(TJSONTextWriter& Writer, const TJSONName* Name, const char* Brackets)
+        : FWriter(Writer),
+          FOuter(Writer.FNest),
+          FName(Name),
+          FBrackets(Brackets),
+          FDepth(FOuter ? FOuter->FDepth + 1 : 1) {
+      if (FDepth > MaxJSONDepth) throw TBeamError("The JSON value is nested too deeply to be written");
+      Writer.Enter(this);
+    }
+    ~TNest() { FWriter.Enter(FOuter); }  // also when filling it raises
     TNest(const TNest&) = delete;
     TNest& operator=(const TNest&) = delete;
 
     void Open();
     void Close();
+    bool IsFilled() const { return FIsFilled; }
     bool IsOpen() const { return FIsOpen; }
     std::size_t Depth() const { return FDepth; }
 
@@ -127,6 +152,10 @@ class OXSUPERAPI_EXPORT TJSONTextWriter : public TJSONAddOperations<TJSONTextWri
 
   explicit TJSONTextWriter(std::string& Out) : FOut(Out) {}
 
+  void Enter(TNest* Nest) {
+    FNest = Nest;
+    FIndent = Nest ? 2 * Nest->Depth() : 0;
+  }
   template <class FillNested>
   void Add(const TJSONName* Name, TAddNested When, const char* Brackets, FillNested& Fill) {
     TNest Nest(*this, Name, Brackets);
@@ -135,20 +164,50 @@ class OXSUPERAPI_EXPORT TJSONTextWriter : public TJSONAddOperations<TJSONTextWri
     if (Nest.IsOpen()) Nest.Close();
   }
 
+  // The short way of writing a member that is not the first of its object and needs no look at its bytes: everything
+  // of it is copied in blocks of known size, wanted or not, as the room behind it is written next.
+  [[gnu::always_inline]] bool IsShort(TJSONName Name, std::size_t ValueSize) const {
+    return Name.IsPlain() && FNest->IsFilled() && FIndent + Name.Text().size() + ValueSize + Slack <= BlockSize - FUsed;
+  }
+  [[gnu::always_inline]] char* StartString(TJSONName Name) {
+    char* Out = CopySeparator(FBlock.data() + FUsed, FIndent);
+    *Out++ = '"';
+    std::memcpy(Out, Name.Text().data(), Name.Text().size());
+    Out += Name.Text().size();
+    std::memcpy(Out, "\": \"", 4);
+    return Out + 4;
+  }
+  [[gnu::always_inline]] void EndString(char* Out) {
+    *Out++ = '"';
+    End(Out);
+  }
+  // Overwrites SeparatorSize + Indent bytes.
+  static char* CopySeparator(char* Out, std::size_t Indent) {
+    std::memcpy(Out, Separator, SeparatorSize);
+    if (Indent > SeparatorSize - 2) [[unlikely]]
+      std::memset(Out + SeparatorSize, ' ', Indent);
+    return Out + 2 + Indent;
+  }
+  void AppendLongAmount(TJSONName Name, double Value);
+
   char* StartItem(std::size_t Behind);
   char* StartMember(TJSONName Name, std::size_t Behind);
   void PutString(std::string_view Text);
   char* Room(std::size_t Size);
-  void End(const char* Out);
+  void End(const char* Out) { FUsed = static_cast<std::size_t>(Out - FBlock.data()); }
   void Flush();
 
+  static constexpr std::size_t SeparatorSize = 32;
+  static constexpr char Separator[SeparatorSize + 1] = ",\n                              ";
   static constexpr std::size_t BlockSize = 16 * 1024;
+  static constexpr std::size_t Slack = SeparatorSize + 6 + TBeamText::CopySlack;
   static constexpr std::size_t LongText = BlockSize / 64;
   static bool IsLong(std::string_view Text) { return Text.size() > LongText; }
 
   std::string& FOut;
-  std::size_t FUsed = 0;   // bytes of the block
-  TNest* FNest = nullptr;  // the innermost
+  std::size_t FUsed = 0;    // bytes of the block
+  TNest* FNest = nullptr;   // the innermost
+  std::size_t FIndent = 0;  // of its items
   std::array<char, BlockSize> FBlock;
 };
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -19,8 +20,10 @@ using TBeamFloatText = std::array<char, std::numeric_limits<double>::max_exponen
 /// Raises TBeamConversionError for NaN and infinity, which have no wire form. @{
 OXSUPERAPI_EXPORT void AppendFloat(std::string& Out, double Value);
 OXSUPERAPI_EXPORT std::string FormatFloat(double Value);
-/// Somewhere in `Out`, into which the text refers.
-OXSUPERAPI_EXPORT std::string_view WriteFloat(TBeamFloatText& Out, double Value);
+/// To `Out`, which has the room of a TBeamFloatText; gives the end of what was written.
+OXSUPERAPI_EXPORT char* WriteFloat(char* Out, double Value);
+/// The bytes it takes.
+OXSUPERAPI_EXPORT std::size_t FloatSize(double Value);
 /// @}
 
 /// The whole of `Text` as a number: digits with an optional sign, fraction and exponent. No blanks, no "inf" or "nan",

@@ -23,10 +23,9 @@ TJSONValue& TJSONObject::Append(std::string_view Name, TJSONValue Value) {
   return FBlock->Add(std::move(Value));
 }
 
-const TJSONValue* TJSONObject::Find(std::string_view Name) const {
-  const TJSONContent Wanted(TJSONKind::String, Name);
+const TJSONValue* TJSONObject::Find(const TJSONKey& Key) const {
   for (const TJSONPair& Member : Members())
-    if (Member.FName.FContent.HasTextOf(Wanted)) return &Member.FValue;
+    if (Member.FName.FContent.IsNamed(Key)) return &Member.FValue;
   return nullptr;
 }
 
@@ -79,15 +78,17 @@ void TJSONValue::Release() noexcept {
     delete[] FContent.Pointer<char>();
 }
 
-const TJSONValue* TJSONMemberFinder::FindElsewhere(const TJSONContent& Name) {
+const TJSONValue* TJSONMemberFinder::FindElsewhere(const TJSONKey& Key) {
   const auto HashOf = [this](std::size_t At) { return FMembers[At].FName.FContent.Hash(); };
-  if (!std::exchange(FKnowsAll, true))
-    for (std::size_t At = 0; At < FMembers.size(); ++At) FAll.Add(HashOf(At));
-  const std::uint64_t Hash = Name.Hash();
-  if (!FAll.MayHold(Hash)) return nullptr;
+  if (!std::exchange(FKnowsAll, true)) {
+    FMayHold = {};
+    for (std::size_t At = 0; At < FMembers.size(); ++At) FMayHold[HashOf(At) >> 56] = true;
+  }
+  const std::uint64_t Hash = Key.Hash();
+  if (!FMayHold[Hash >> 56]) return nullptr;
   // A name that is not among those passed has its first member from here on.
   std::size_t At = FPassed.MayHold(Hash) ? 0 : FNext;
-  while (At < FMembers.size() && !IsNamed(At, Name)) ++At;
+  while (At < FMembers.size() && !IsNamed(At, Key)) ++At;
   if (At == FMembers.size()) return nullptr;
   for (; FNext <= At; ++FNext) FPassed.Add(HashOf(FNext));
   return &FMembers[At].Value();

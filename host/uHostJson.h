@@ -38,7 +38,7 @@ class OXSUPERAPI_EXPORT TJSONObject {
   /// Append.
   TJSONValue& Append(std::string_view Name, TJSONValue Value);
   /// The first member of exactly this name, or null. Borrowed from this object.
-  const TJSONValue* Find(std::string_view Name) const;
+  const TJSONValue* Find(const TJSONKey& Key) const;
 
   /// The members in order, repeated names included. Borrowed from this object until the next Append. @{
   std::span<const TJSONPair> Members() const;
@@ -173,11 +173,10 @@ class OXSUPERAPI_EXPORT TJSONMemberFinder {
     if (Object) FMembers = Object->Members();
   }
   /// The first member of that name, or null. Borrowed from the object.
-  const TJSONValue* Find(std::string_view Name) {
-    const TJSONContent Wanted(TJSONKind::String, Name);
-    if (FNext == FMembers.size() || !IsNamed(FNext, Wanted)) return FindElsewhere(Wanted);
-    const std::uint64_t Hash = Wanted.Hash();
-    if (FPassed.MayHold(Hash)) return FindElsewhere(Wanted);  // then this may be a repetition
+  [[gnu::always_inline]] const TJSONValue* Find(const TJSONKey& Key) {  // so that the key of a literal is constants
+    if (FNext == FMembers.size() || !IsNamed(FNext, Key)) return FindElsewhere(Key);
+    const std::uint64_t Hash = Key.Hash();
+    if (FPassed.MayHold(Hash)) return FindElsewhere(Key);  // then this may be a repetition
     FPassed.Add(Hash);
     return &FMembers[FNext++].Value();
   }
@@ -191,13 +190,13 @@ class OXSUPERAPI_EXPORT TJSONMemberFinder {
     static std::uint64_t Bit(std::uint64_t Hash) { return std::uint64_t{1} << (Hash >> 56 & 63); }
   };
 
-  bool IsNamed(std::size_t At, const TJSONContent& Name) const { return FMembers[At].FName.FContent.HasTextOf(Name); }
-  const TJSONValue* FindElsewhere(const TJSONContent& Name);
+  bool IsNamed(std::size_t At, const TJSONKey& Key) const { return FMembers[At].FName.FContent.IsNamed(Key); }
+  const TJSONValue* FindElsewhere(const TJSONKey& Key);
 
   std::span<const TJSONPair> FMembers;
-  std::size_t FNext = 0;  // behind the last one found
-  TNames FPassed;         // those before FNext
-  TNames FAll;            // once they were asked for
+  std::size_t FNext = 0;           // behind the last one found
+  TNames FPassed;                  // those before FNext
+  std::array<bool, 256> FMayHold;  // the same of all names, once they were asked for
   bool FKnowsAll = false;
 };
 

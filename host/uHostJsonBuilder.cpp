@@ -46,12 +46,12 @@ bool TJSONTreeBuilder::Name(std::string_view Text) {
 }
 
 TJSONContent TJSONTreeBuilder::KnownName(std::string_view Text) {
-  const TJSONContent Name(TJSONKind::String, Text);
+  const TJSONKey Name(Text);
   if (FKnownNames.empty()) FKnownNames.resize(KnownNames);
   const auto Home = static_cast<std::size_t>(Name.Hash() >> 32);
   for (std::size_t Try = 0; Try < PlacesTried; ++Try) {
     TJSONContent& Known = FKnownNames[(Home + Try) % KnownNames];
-    if (Known.HasTextOf(Name)) return Known;
+    if (Known.IsNamed(Name)) return Known;
     if (Known.Kind() == TJSONKind::Null) return Known = TJSONContent(TJSONKind::String, FStore->Copy(Text));
   }
   return FKnownNames[Home % KnownNames] = TJSONContent(TJSONKind::String, FStore->Copy(Text));

@@ -2,12 +2,14 @@
 
 #include <array>
 #include <bit>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <limits>
 #include <stdexcept>
 #include <string_view>
+#include <type_traits>
 
 #include "oxSuperAPI/host/uBeamError.h"
 
@@ -15,6 +17,8 @@ namespace oxSuperAPI {
 
 /// What a JSON value is.
 enum class TJSONKind : std::uint8_t { Null, False, True, String, Number, Array, Object };
+
+class TJSONKey;
 
 /// The sixteen bytes of a JSON value or of a member's name: its kind, and a text of up to fifteen bytes or a pointer to
 /// what does not fit. Plain data: a copy copies nothing behind the pointer, and whoever keeps one answers for it. Host
@@ -52,21 +56,16 @@ class OXSUPERAPI_EXPORT TJSONContent {
     if (!(Tag() & IsOutside)) return {FBytes.data(), Tag() >> SizeShift};
     return {Pointer<const char>(), static_cast<std::uint32_t>(Words()[1] >> PayloadShift)};
   }
-  /// Whether two texts are equal.
-  bool HasTextOf(const TJSONContent& Other) const {
-    const TWords Mine = Words(), Others = Other.Words();
-    const std::uint64_t Difference = Mine[1] ^ Others[1];  // characters and size, or size and samples
-    if (Difference & IgnoredOwner) return false;
-    return Tag() & IsOutside ? Text() == Other.Text() : Difference == 0 && Mine[0] == Others[0];
-  }
+  /// Whether it is a member's name, and which.
+  bool IsNamed(const TJSONKey& Key) const;
   /// The same number for equal texts, and seldom for others.
   std::uint64_t Hash() const {
     const TWords Mine = Words();
-    const std::uint64_t First = Tag() & IsOutside ? 0 : Mine[0];
-    return (First * 0x9E3779B97F4A7C15u ^ (Mine[1] & IgnoredOwner)) * 0xD6E8FEB86659FD93u;
+    return HashOf({Tag() & IsOutside ? 0 : Mine[0], Mine[1]});
   }
 
  private:
+  friend class TJSONKey;
   using TWords = std::array<std::uint64_t, 2>;
   // The last byte is the tag: from its low end three bits of kind, IsOutside, and four bits that are the size of a text
   // inside; outside, only whether the memory is owned.
@@ -82,19 +81,32 @@ class OXSUPERAPI_EXPORT TJSONContent {
       : FBytes(std::bit_cast<std::array<char, 16>>(TWords{First, Second | std::uint64_t{Tag} << TagShift})) {}
 
   static TJSONContent Inside(unsigned Tag, std::string_view Text) {
-    const std::size_t Size = Text.size();
-    Tag |= static_cast<unsigned>(Size) << SizeShift;
-    if (Size <= 8) return {WordOf(Text), 0, Tag};
-    return {WordOf(Text.substr(0, 8)), WordOf(Text.substr(8)), Tag};
+    const TWords Words = WordsInside(Text);
+    return {Words[0], Words[1], Tag | static_cast<unsigned>(Text.size()) << SizeShift};
   }
   static TJSONContent Outside(unsigned Tag, std::string_view Text) {
     if (Text.size() > std::numeric_limits<std::uint32_t>::max())
       throw std::length_error("A JSON text of 4 GiB or more");
+    return {WordOf(Text.data()), SecondWordOutside(Text), Tag | IsOutside};
+  }
+
+  // The words without the tag. @{
+  static constexpr TWords WordsInside(std::string_view Text) {
+    if (Text.size() <= 8) return {WordOf(Text), 0};
+    return {WordOf(Text.substr(0, 8)), WordOf(Text.substr(8))};
+  }
+  static constexpr std::uint64_t SecondWordOutside(std::string_view Text) {
     // Names begin and end alike; they differ in between.
     const auto Sample = [&](std::size_t Quarters) {
       return std::uint64_t{static_cast<unsigned char>(Text[Text.size() / 4 * Quarters])} << (24 + 8 * Quarters);
     };
-    return {WordOf(Text.data()), (Text.size() | Sample(1) | Sample(2) | Sample(3)) << PayloadShift, Tag | IsOutside};
+    return (Text.size() | Sample(1) | Sample(2) | Sample(3)) << PayloadShift;
+  }
+  // @}
+  // Of both words, the first one 0 when it is a pointer. With these factors the first eight bits differ for all names
+  // of a member of a batch.
+  static constexpr std::uint64_t HashOf(const TWords& Words) {
+    return (Words[0] * 0x9E3779B97F4A7C15u ^ (Words[1] & IgnoredOwner)) * 0x2A7B67AF6C6AD50Fu;
   }
 
   // A pointer, or up to eight characters, as they stand in memory.
@@ -103,8 +115,13 @@ class OXSUPERAPI_EXPORT TJSONContent {
     std::memcpy(&Word, &Pointer, sizeof(Pointer));
     return Word;
   }
-  static std::uint64_t WordOf(std::string_view Text) {
+  static constexpr std::uint64_t WordOf(std::string_view Text) {
     const std::size_t Size = Text.size();
+    if (std::is_constant_evaluated()) {
+      std::array<char, 8> Bytes{};
+      for (std::size_t At = 0; At < Size; ++At) Bytes[At] = Text[At];
+      return std::bit_cast<std::uint64_t>(Bytes);
+    }
     if constexpr (LittleEndian) {
       // The first and the last bytes, which may overlap.
       if (Size >= 4) return Part<std::uint32_t>(Text, 0) | Part<std::uint32_t>(Text, Size - 4) << (8 * (Size - 4));
@@ -129,5 +146,50 @@ class OXSUPERAPI_EXPORT TJSONContent {
   alignas(std::uint64_t) std::array<char, 16> FBytes;
 };
 static_assert(sizeof(TJSONContent) == 16 && sizeof(void*) <= 8);
+
+/// The name of a member that is looked for. Of a literal, everything that a search needs is made at compile time.
+class TJSONKey {
+ public:
+  /// Refers to the text, which has to outlive the search. @{
+  template <std::size_t Size>
+  consteval TJSONKey(const char (&Literal)[Size]) : TJSONKey(std::string_view(Literal, Size - 1), true) {}
+  template <class Name>
+  requires(std::convertible_to<const Name&, std::string_view> && !std::is_array_v<Name>) TJSONKey(const Name& Text)
+      : TJSONKey(std::string_view(Text), true) {}
+  /// @}
+
+  /// The name, and a number that is the same for equal names and seldom for others. @{
+  constexpr std::string_view Text() const { return FText; }
+  constexpr std::uint64_t Hash() const { return TJSONContent::HashOf(FWords); }
+  /// @}
+
+ private:
+  friend class TJSONContent;
+  constexpr TJSONKey(std::string_view Name, bool) : FText(Name), FWords(WordsOf(Name)) {}
+  static constexpr TJSONContent::TWords WordsOf(std::string_view Name) {
+    unsigned Tag = TJSONContent::TagOf(TJSONKind::String);
+    TJSONContent::TWords Words{};
+    if (IsInside(Name)) {
+      Words = TJSONContent::WordsInside(Name);
+      Tag |= static_cast<unsigned>(Name.size()) << TJSONContent::SizeShift;
+    } else {
+      Words[1] = TJSONContent::SecondWordOutside(Name);
+      Tag |= TJSONContent::IsOutside;
+    }
+    Words[1] |= std::uint64_t{Tag} << TJSONContent::TagShift;
+    return Words;
+  }
+  static constexpr bool IsInside(std::string_view Name) { return Name.size() <= TJSONContent::MaxInside; }
+
+  std::string_view FText;
+  TJSONContent::TWords FWords;  // as in the content of that text, but for its pointer
+};
+
+inline bool TJSONContent::IsNamed(const TJSONKey& Key) const {
+  const TWords Mine = Words();  // characters and size, or pointer, size and samples
+  if (TJSONKey::IsInside(Key.FText)) return Mine == Key.FWords;
+  return (Mine[1] & IgnoredOwner) == Key.FWords[1] &&
+         std::memcmp(Pointer<const char>(), Key.FText.data(), Key.FText.size()) == 0;
+}
 
 }  // namespace oxSuperAPI

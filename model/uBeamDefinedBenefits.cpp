@@ -22,13 +22,13 @@ void WriteDated(Sink& Json, const TBeamDatedText& Dated) {
   Json.AddString("value", Dated.value);
 }
 
-void ReadDated(const TBeamRecordReader& Json, std::string_view ValueName, TBeamDatedValue& Dated) {
+void ReadDated(const TBeamRecordReader& Json, const TJSONKey& ValueName, TBeamDatedValue& Dated) {
   Dated.endDate = Json.Text("endDate");
   Dated.startDate = Json.Text("startDate");
   Dated.value = Json.Number(ValueName);
 }
 
-void ReadDated(const TBeamRecordReader& Json, std::string_view ValueName, TBeamDatedText& Dated) {
+void ReadDated(const TBeamRecordReader& Json, const TJSONKey& ValueName, TBeamDatedText& Dated) {
   Dated.endDate = Json.Text("endDate");
   Dated.startDate = Json.Text("startDate");
   Dated.value = Json.Text(ValueName);

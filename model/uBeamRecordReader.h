@@ -18,29 +18,31 @@ class TBeamRecordReader {
   TBeamRecordReader(TJSONView Json) : FJson(Json), FFinder(Json.Object()) {}
 
   /// "" when it is missing. Borrowed from the tree.
-  std::string_view Text(std::string_view Name) const { return TBeamAPIHelper::TextOf(Find(Name)); }
+  [[gnu::always_inline]] std::string_view Text(const TJSONKey& Key) const { return TBeamAPIHelper::TextOf(Find(Key)); }
   /// 0 when it is missing or no integer.
-  std::int32_t Integer(std::string_view Name) const { return TBeamAPIHelper::IntegerOf(Find(Name)); }
+  std::int32_t Integer(const TJSONKey& Key) const { return TBeamAPIHelper::IntegerOf(Find(Key)); }
   /// True only for a JSON true.
-  bool Boolean(std::string_view Name) const { return TBeamAPIHelper::BoolOf(Find(Name)); }
+  bool Boolean(const TJSONKey& Key) const { return TBeamAPIHelper::BoolOf(Find(Key)); }
   /// Raises TBeamConversionError when the number is missing or malformed.
-  double Number(std::string_view Name) const { return TBeamAPIHelper::StrictDoubleOf(Find(Name), Name); }
+  [[gnu::always_inline]] double Number(const TJSONKey& Key) const {
+    return TBeamAPIHelper::StrictDoubleOf(Find(Key), Key.Text());
+  }
   /// 0 when it is missing.
-  double NumberOrZero(std::string_view Name) const { return TBeamAPIHelper::DoubleOf(Find(Name), Name); }
+  double NumberOrZero(const TJSONKey& Key) const { return TBeamAPIHelper::DoubleOf(Find(Key), Key.Text()); }
 
   /// What is below `Name`, or nothing: for members that are read whether or not their parent is there.
-  TBeamRecordReader Below(std::string_view Name) const { return TJSONView(Find(Name)); }
+  TBeamRecordReader Below(const TJSONKey& Key) const { return TJSONView(Find(Key)); }
 
   /// Whether there is a member of that name that is not null.
-  bool Has(std::string_view Name) const {
-    const TJSONValue* Member = Find(Name);
+  bool Has(const TJSONKey& Key) const {
+    const TJSONValue* Member = Find(Key);
     return Member && !Member->IsNull();
   }
 
   /// Runs `Read` on the member's own reader when it holds an object; else the fields keep their values.
   template <class ReadObject>
-  void Object(std::string_view Name, ReadObject Read) const {
-    ReadObjectOf(Find(Name), Read);
+  void Object(const TJSONKey& Key, ReadObject Read) const {
+    ReadObjectOf(Find(Key), Read);
   }
   /// The same with the first member of that name at any depth, as `FindByName` finds it.
   template <class ReadObject>
@@ -51,8 +53,8 @@ class TBeamRecordReader {
   /// Runs `Read` on each element when the member holds an array; false when it does not. Raises TBeamTypeError at an
   /// element that is no object. @{
   template <class ReadElement>
-  bool Array(std::string_view Name, ReadElement Read) const {
-    return ReadElementsOf(Find(Name), Name, Read);
+  bool Array(const TJSONKey& Key, ReadElement Read) const {
+    return ReadElementsOf(Find(Key), Key.Text(), Read);
   }
   template <class ReadElement>
   bool ArrayAnywhere(std::string_view Name, ReadElement Read) const {
@@ -63,8 +65,8 @@ class TBeamRecordReader {
   /// Runs `Read` on the reader of each element when the member holds an array: a null among them reads as nothing.
   /// Raises TBeamTypeError at an element that is neither an object nor null. @{
   template <class ReadElement>
-  void Elements(std::string_view Name, ReadElement Read) const {
-    EachElement(FindArray(Name), Name, Read);
+  void Elements(const TJSONKey& Key, ReadElement Read) const {
+    EachElement(FindArray(Key), Key.Text(), Read);
   }
   template <class ReadElement>
   static void EachElement(const TJSONArray* Elements, std::string_view Name, ReadElement Read) {
@@ -79,7 +81,7 @@ class TBeamRecordReader {
   /// The first member of that name at any depth, as `FindByName` finds it, or null. Borrowed from the tree.
   const TJSONValue* Anywhere(std::string_view Name) const { return TBeamAPIHelper::FindByName(FJson, Name); }
   /// These raise TBeamError when there is no such member; one that is JSON null is there, with an empty text. @{
-  const TJSONValue& Required(std::string_view Name) const { return Present(Find(Name), Name); }
+  const TJSONValue& Required(const TJSONKey& Key) const { return Present(Find(Key), Key.Text()); }
   std::string_view RequiredTextAnywhere(std::string_view Name) const {
     return TBeamAPIHelper::TextOf(&Present(Anywhere(Name), Name));
   }
@@ -88,27 +90,27 @@ class TBeamRecordReader {
   /// When the member holds an array, fills the table from its first entry, one entry an element, and leaves the
   /// entries behind them as they are. Elements beyond the table are not looked at.
   template <class Entry, class ReadEntry>
-  void FillTable(std::string_view Name, TBeamEntryTable<Entry>& Table, ReadEntry Read) const {
-    const TJSONArray* Elements = FindArray(Name);
+  void FillTable(const TJSONKey& Key, TBeamEntryTable<Entry>& Table, ReadEntry Read) const {
+    const TJSONArray* Elements = FindArray(Key);
     for (std::size_t Index = 0; Elements && Index < Elements->Count() && Index < Table.size(); ++Index)
-      Read(TBeamRecordReader(ObjectOf(Elements->Elements()[Index], Name)), Table[Index]);
+      Read(TBeamRecordReader(ObjectOf(Elements->Elements()[Index], Key.Text())), Table[Index]);
   }
 
   /// The same, after emptying the whole table.
   template <class Entry, class ReadEntry>
-  void ReplaceTable(std::string_view Name, TBeamEntryTable<Entry>& Table, ReadEntry Read) const {
-    if (FindArray(Name)) Table = {};
-    FillTable(Name, Table, Read);
+  void ReplaceTable(const TJSONKey& Key, TBeamEntryTable<Entry>& Table, ReadEntry Read) const {
+    if (FindArray(Key)) Table = {};
+    FillTable(Key, Table, Read);
   }
 
  private:
-  const TJSONValue* Find(std::string_view Name) const { return FFinder.Find(Name); }
+  [[gnu::always_inline]] const TJSONValue* Find(const TJSONKey& Key) const { return FFinder.Find(Key); }
   static const TJSONValue& Present(const TJSONValue* Member, std::string_view Name) {
     if (Member) return *Member;
     throw TBeamError("The JSON member \"" + std::string(Name) + "\" is missing");
   }
-  const TJSONArray* FindArray(std::string_view Name) const {
-    const TJSONValue* Member = Find(Name);
+  const TJSONArray* FindArray(const TJSONKey& Key) const {
+    const TJSONValue* Member = Find(Key);
     return Member ? Member->AsArray() : nullptr;
   }
   template <class ReadObject>

@@ -7,11 +7,12 @@
 #include <vector>
 
 #include "oxSuperAPI/foundation/uBeamLazy.h"
+#include "oxSuperAPI/host/uHostJsonEscaping.h"
 
 namespace oxSuperAPI {
 namespace {
 
-// Around the length that still stands in place, and a NUL inside.
+// Around the lengths that stand in place and that are copied in one go; what needs an escape, and a NUL inside.
 const std::string Samples[] = {"",
                                "1",
                                "1990-01-01",
@@ -19,6 +20,11 @@ const std::string Samples[] = {"",
                                "123456789012",
                                "an address line of the usual length",
                                std::string(70'000, 'x'),
+                               "1234567890123456",
+                               "12345678901234567",
+                               "\"",
+                               "back\\slash",
+                               "a tab and more\tthan sixteen",
                                std::string("a\0b", 3),
                                std::string("long and with\0NUL", 17)};
 
@@ -35,6 +41,9 @@ TEST(CompactText, HoldsAndComparesEveryLengthThroughAssignmentCopyMoveAndSelfAss
       EXPECT_TRUE(Text.size() == Sample.size() && Text.empty() == Sample.empty() &&
                   Text.c_str()[Sample.size()] == '\0');
       EXPECT_EQ(std::hash<TBeamText>()(Text), std::hash<std::string>()(Sample));
+      EXPECT_EQ(Text.IsPlainJSON(), std::ranges::none_of(Sample, NeedsJSONEscape));
+      std::vector<char> Copy(Sample.size() + TBeamText::CopySlack);
+      EXPECT_EQ(std::string_view(Copy.data(), Text.CopyTo(Copy.data())), Sample);
 
       TBeamText Moved = std::move(Text);
       EXPECT_EQ(Moved, Sample);

@@ -90,18 +90,25 @@ TEST(JsonSinks, TextsOfEveryLengthAndContentAreWrittenAndCountedAlike) {
       for (const std::size_t Position : {std::size_t{0}, Length / 2, Length - 1}) {
         std::string Text(Length, '-');
         if (Position < Length) Text[Position] = Special;
-        Written([&](auto& Json) { Json.AddString(Text, Text, AlwaysAdd).AddString("n", Text + Any); });
+        Written([&](auto& Json) {
+          Json.AddString(Text, Text, AlwaysAdd).AddString("n", Text + Any);
+          Json.AddString("compact", TBeamText(Text), AlwaysAdd).AddString(Text, TBeamText(Text));
+        });
       }
   for (const std::size_t Length : {255, 256, 257, 8'000, 16'383, 16'384, 16'385, 100'000})
     for (const char* Filler : {"x", "\x01"}) {
       std::string Text = Any;
       while (Text.size() < Length) Text += Filler;
       Written([&](auto& Json) {
-        Json.AddString("a", Text).AddString(Text, "b").AddPair(Text, true);
+        Json.AddString("a", Text).AddString(Text, "b").AddPair(Text, true).AddPair(Text, 1234.5);
+        Json.AddString("compact", TBeamText(Text)).AddString(Text, TBeamText("b"));
         Json.Object(Text, TAddNested::Always, [](auto&) {});
         Json.Array("list", TAddNested::IfFilled, [&](auto& List) {
           for (int Index = 0; Index < 2'000; ++Index)
-            List.Element(TAddNested::Always, [&](auto& Element) { Element.AddString("c", "d"); });
+            List.Element(TAddNested::Always, [&](auto& Element) {
+              Element.AddString("c", "d").AddPair("amount", Index * 99.995).AddString("e", TBeamText("f"));
+              Element.AddString("long", TBeamText(Any.substr(0, static_cast<std::size_t>(Index % 50))));
+            });
         });
       });
     }
@@ -111,6 +118,8 @@ struct TTower {
   std::size_t Height;
   template <class Sink>
   void Write(Sink& Json) const {
+    const TBeamText Text(std::string(Height % 50, 'x'));
+    Json.AddString("a", Text).AddString("b", Text).AddPair("c", 1e3 * static_cast<double>(Height));
     if (Height > 0) Json.Object("o", TAddNested::Always, [this](Sink& Inner) { TTower{Height - 1}.Write(Inner); });
   }
 };

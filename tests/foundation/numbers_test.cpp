@@ -62,7 +62,8 @@ TEST(Numbers, AmountsAreRoundedAsPrintfRoundsThem) {
     if (!std::isfinite(Value)) continue;
     char Expected[400];
     const auto Length = static_cast<std::size_t>(std::snprintf(Expected, sizeof Expected, "%.2f", Value));
-    const std::string_view Text = WriteFloat(Buffer, Value);
+    const std::string_view Text(Buffer.data(), WriteFloat(Buffer.data(), Value));
+    ASSERT_EQ(FloatSize(Value), Text.size()) << Value;
     const bool IsSignedZero = Expected == std::string_view("-0.00");
     ASSERT_EQ(Text, IsSignedZero ? "0.00" : std::string_view(Expected, Length)) << Value;
   }

@@ -73,7 +73,7 @@ const TCase Cases[] = {
     {"name constraints, IP", [](TChainPlan& P) { P.Root.NameConstraints = "critical,permitted;IP:10.0.0.0/255.0.0.0"; P.Leaf.Names = "IP:192.0.2.7"; }, "T", "192.0.2.7"},
     {"unknown critical extension", [](TChainPlan& P) { P.Leaf.Extra = {{"1.2.3.4", "critical,DER:0500"}}; }, "T"},
     {"unknown critical extension of the intermediate", [](TChainPlan& P) { Middle(P); P.Middle.Extra = {{"1.2.3.4", "critical,DER:0500"}}; }, "T"},
-    {"policy required and missing", [](TChainPlan& P) { Middle(P); P.Middle.Extra = {{"policyConstraints", "critical,requireExplicitPolicy:0"}}; }, "T"},
+    {"policy required and missing", [](TChainPlan& P) { Middle(P); P.Middle.Extra = {{"policyConstraints", "critical,requireExplicitPolicy:0"}, {"certificatePolicies", "DER:3007300506032A0304"}}; }, "T"},
     {"extension twice", [](TChainPlan& P) { P.Leaf.Extra = {{"basicConstraints", "CA:FALSE"}}; }, "T"},
     // name
     {"another name", [](TChainPlan& P) { P.Leaf.Names = "DNS:other.example"; }, "N"},

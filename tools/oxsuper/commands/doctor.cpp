@@ -73,19 +73,21 @@ bool Run(const TCheck& Check, const std::shared_ptr<TPatient>& Patient, TFinding
     return Own;
   });
   std::future<TFindings> Result = Task.get_future();
-  std::thread(std::move(Task)).detach();
+  std::thread Thread(std::move(Task));
   if (Result.wait_for(Patience) == std::future_status::timeout) {
+    Thread.detach();
     Findings.Problem(Check.Subject, "no result after " + std::to_string(Patience.count()) + " s",
                      "See what the disk, the database server or the network is waiting for");
     return false;
   }
+  Thread.join();
   Findings.Append(Result.get());
   return true;
 }
 
 void PrintFindings(const TFindings& Findings, std::size_t Problems, std::size_t Warnings) {
   TJSONArray List;
-  for (const TFinding& Finding : Findings.All()) {
+  for (const TDoctorFinding& Finding : Findings.All()) {
     TJSONObject Entry;
     constexpr const char* Grades[] = {"ok", "warning", "problem"};
     AddText(Entry, "grade", Grades[static_cast<std::size_t>(Finding.Grade)]);
@@ -104,7 +106,7 @@ void PrintFindings(const TFindings& Findings, std::size_t Problems, std::size_t 
 
 void PrintLines(const TFindings& Findings, std::size_t Problems, std::size_t Warnings) {
   constexpr const char* Grades[] = {"ok       ", "warning  ", "PROBLEM  "};
-  for (const TFinding& Finding : Findings.All()) {
+  for (const TDoctorFinding& Finding : Findings.All()) {
     PrintLine(Grades[static_cast<std::size_t>(Finding.Grade)] + Printable(Finding.Subject + ": " + Finding.What));
     if (!Finding.Advice.empty()) PrintLine("         " + Printable(Finding.Advice) + ".");
   }
@@ -123,7 +125,7 @@ TExit Doctor(const TToolOptions& Options) {
   else
     Findings.Warning("everything else", "it was not examined", "Correct the configuration, then run this again");
   std::size_t Problems = 0, Warnings = 0;
-  for (const TFinding& Finding : Findings.All()) {
+  for (const TDoctorFinding& Finding : Findings.All()) {
     Problems += Finding.Grade == TGrade::Problem;
     Warnings += Finding.Grade == TGrade::Warning;
   }

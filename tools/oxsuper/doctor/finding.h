@@ -12,7 +12,7 @@ namespace oxSuperAPI {
 enum class TGrade : std::uint8_t { OK, Warning, Problem };
 
 /// What a check found out. Holds no secret and nobody's data.
-struct TFinding {
+struct TDoctorFinding {
   TGrade Grade = TGrade::OK;
   std::string Subject;  ///< "proxy"
   std::string What;
@@ -33,7 +33,7 @@ class TFindings {
     Problem(std::move(Subject), Error.what(), "Correct what it names, then run this again");
   }
 
-  const std::vector<TFinding>& All() const { return FFindings; }
+  const std::vector<TDoctorFinding>& All() const { return FFindings; }
   void Append(const TFindings& Others) {
     FFindings.insert(FFindings.end(), Others.FFindings.begin(), Others.FFindings.end());
   }
@@ -42,7 +42,7 @@ class TFindings {
   void Add(TGrade Grade, std::string Subject, std::string What, std::string Advice) {
     FFindings.push_back({Grade, std::move(Subject), std::move(What), std::move(Advice)});
   }
-  std::vector<TFinding> FFindings;
+  std::vector<TDoctorFinding> FFindings;
 };
 
 /// What every check works on. Each check opens for itself what it needs, so that one that hangs holds up no other.
