@@ -38,27 +38,23 @@ struct TState : TTexts {
 TEST(PostContribution, StampsSendsAndLogsTheBatch) {
   TReadyHost Host;
   Host.FakeHTTP.DefaultAnswer = TFakeAnswer{.Body = R"({"status":"ACCEPTED","processId":"p1"})"};
-  const struct {
-    bool Submit;
-    TDateTime Local;
-    int ZoneMinutes;
-    std::string Command, Time, Id;
-  } Cases[] = {{true, EncodeDate(2024, 3, 5) + 10 / 24.0, 600, "submit", "2024-03-05T00:00:00Z", "1"},
-               {false, EncodeDate(2024, 3, 5) + 0.25, 600, "validate", "2024-03-04T20:00:00Z", "2"},
-               {true, EncodeDate(2024, 12, 31) + (86400 - 0.1) / 86400, -90, "submit", "2025-01-01T01:29:59Z", "3"}};
+  const std::tuple<bool, TDateTime, int, std::string, std::string, std::string> Cases[] = {
+      {true, EncodeDate(2024, 3, 5) + 10 / 24.0, 600, "submit", "2024-03-05T00:00:00Z", "1"},
+      {false, EncodeDate(2024, 3, 5) + 0.25, 600, "validate", "2024-03-04T20:00:00Z", "2"},
+      {true, EncodeDate(2024, 12, 31) + (86400 - 0.1) / 86400, -90, "submit", "2025-01-01T01:29:59Z", "3"}};
   TBeamContributionDetail Detail;
   Detail.identifier.messageId = "old";
-  for (const auto& Case : Cases) {
+  for (const auto& [Submit, Local, ZoneMinutes, Command, Time, Id] : Cases) {
     // The token of the first case is stale by then, or not yet valid: neither matters here.
-    Host.FakeSystem.Time = Case.Local;
-    Host.FakeSystem.ZoneMinutes = Case.ZoneMinutes;
+    Host.FakeSystem.Time = Local;
+    Host.FakeSystem.ZoneMinutes = ZoneMinutes;
     TPosted Out;
-    EXPECT_TRUE(Out.Post(&Detail, Case.Submit));
+    EXPECT_TRUE(Out.Post(&Detail, Submit));
     EXPECT_EQ(Out.All(), "||ACCEPTED");
-    EXPECT_EQ(Detail.identifier.messageId, "{ABCDEF00-0000-4000-8000-00000000000" + Case.Id + "}");
-    EXPECT_EQ(Detail.identifier.time, Case.Time);
+    EXPECT_EQ(Detail.identifier.messageId, "{ABCDEF00-0000-4000-8000-00000000000" + Id + "}");
+    EXPECT_EQ(Detail.identifier.time, Time);
     EXPECT_EQ(Host.LastSent(),
-              "Post /clearing-house/" + Case.Command + "|authorization: Bearer abc|" + Detail.GetAsJsonString());
+              "Post /clearing-house/" + Command + "|authorization: Bearer abc|" + Detail.GetAsJsonString());
     EXPECT_NE(Host.LastSent().find(Detail.identifier.messageId), std::string::npos);
     EXPECT_EQ(Detail.BeamSuperLogID, Host.LogTable().NextIdentity - 1);
     EXPECT_EQ(Host.LogColumn("cSource").back(), "Host.PayRun");
@@ -106,12 +102,10 @@ TEST(PostContribution, LogsTwiceAndRaisesWhenAnAnswerCannotBeRead) {
 
 TEST(PostContribution, NeedsABatch) {
   TReadyHost Host;
-  for (const bool Submit : {true, false}) {
-    TPosted Out;
-    EXPECT_FALSE(Out.Post(nullptr, Submit));
-    EXPECT_EQ(Out.All(), NotValid + "ContributionDetail is not assigned||");
-    EXPECT_EQ(Out.Response, nullptr);
-  }
+  TPosted Out;
+  for (const bool Submit : {true, false}) EXPECT_FALSE(Out.Post(nullptr, Submit));
+  EXPECT_EQ(Out.All(), NotValid + "ContributionDetail is not assigned||");
+  EXPECT_EQ(Out.Response, nullptr);
   EXPECT_TRUE(Host.FakeHTTP.Requests.empty() && Host.LogTable().Rows.empty());
 }
 

@@ -25,12 +25,12 @@ class TPost : public TBeamAPICall {
 };
 
 TEST(Editors, DependOnSessionAndSettings) {
-  const std::tuple<bool, bool, bool, std::uint32_t, std::size_t> Cases[] = {{true, false, true, 2, 1},
-                                                                            {false, true, true, 1, 1},
-                                                                            {false, false, true, 1, 0},
-                                                                            {true, true, true, 0, 0},
-                                                                            {true, true, false, 1, 0}};
-  for (const auto& [Request, Response, Query, Session, Shown] : Cases) {
+  using TCase = std::tuple<bool, bool, bool, std::uint32_t, std::size_t>;
+  for (const auto& [Request, Response, Query, Session, Shown] : {TCase{true, false, true, 2, 1},
+                                                                 {false, true, true, 1, 1},
+                                                                 {false, false, true, 1, 0},
+                                                                 {true, true, true, 0, 0},
+                                                                 {true, true, false, 1, 0}}) {
     TInteractiveHost Host;
     Host.FakeIdentity.ShowRequestEditor = Request;
     Host.FakeIdentity.ShowResponseEditor = Response;

@@ -4,17 +4,18 @@
 
 #include <cmath>
 
+#include "oxSuperAPI/foundation/uBeamISODates.h"
+
 namespace oxSuperAPI {
 namespace {
 
 constexpr double Millisecond = 1 / 86'400'000.0;
 
 TEST(Dates, DayZeroIsTheThirtiethOfDecember1899) {
-  EXPECT_EQ(EncodeDate(1899, 12, 30), 0.0);
-  EXPECT_EQ(EncodeDate(1900, 1, 4), 5.0);
-  EXPECT_EQ(EncodeDate(2024, 3, 5), 45356.0);
-  EXPECT_EQ(EncodeDate(1, 1, 1), -693593.0);
-  EXPECT_EQ(FormatDate(EncodeDate(9999, 12, 31)), "9999-12-31");
+  const std::tuple<int, int, int, double> Cases[] = {
+      {1899, 12, 30, 0}, {1900, 1, 4, 5}, {2024, 3, 5, 45356}, {1, 1, 1, -693593}, {9999, 12, 31, 2958465}};
+  for (const auto& [Year, Month, Day, Number] : Cases) EXPECT_EQ(EncodeDate(Year, Month, Day), Number) << Year;
+  EXPECT_EQ(FormatDate(2958465), "9999-12-31");
 }
 
 TEST(Dates, DaysThatTheCalendarLacksAreRefused) {
@@ -67,6 +68,40 @@ TEST(Dates, TextsHaveFixedFormsWhateverTheLocale) {
   EXPECT_EQ(FormatUTCSeconds(Moment), "2024-03-05T07:04:09Z");
   EXPECT_EQ(FormatUTCSeconds(EncodeDate(476, 9, 4) - 0.5), "0476-09-04T12:00:00Z");
   EXPECT_EQ(FormatDateMinutes(45356 + 23.5 / 24), "2024-03-05 23:30");
+}
+
+TEST(ISODates, AreReadAsUTCMoments) {
+  // clang-format off
+  const std::pair<std::string, const char*> Cases[] = {
+      {"2024-03-05", "2024-03-05T00:00:00.000Z"}, {"20240305", "2024-03-05T00:00:00.000Z"},
+      {"2024-03-05T01:02", "2024-03-05T01:02:00.000Z"}, {"2024-03-05T01:02:03", "2024-03-05T01:02:03.000Z"},
+      {"2024-03-05T01:02:03Z", "2024-03-05T01:02:03.000Z"}, {"2024-03-05t01:02:03z", "2024-03-05T01:02:03.000Z"},
+      {"20240305T010203.5Z", "2024-03-05T01:02:03.500Z"}, {"2024-03-05T01:02:03.004+00:00", "2024-03-05T01:02:03.004Z"},
+      {"2024-03-05T01:02:03,0049999Z", "2024-03-05T01:02:03.005Z"},
+      {"2024-03-05T01:02:03.123456789+10:00", "2024-03-04T15:02:03.123Z"},
+      {"2024-03-05T01:02:03." + std::string(400, '0') + "1Z", "2024-03-05T01:02:03.000Z"},
+      {"2024-02-28T22:00:00-02:30", "2024-02-29T00:30:00.000Z"}, {"2024-12-31T23:59:60Z", "2025-01-01T00:00:00.000Z"},
+      {"2024-12-31T24:00", "2025-01-01T00:00:00.000Z"}, {"2024-12-31T20:00+1000", "2024-12-31T10:00:00.000Z"},
+      {"2024-12-31T20:00+10", "2024-12-31T10:00:00.000Z"}};
+  // clang-format on
+  for (const auto& [Text, Expected] : Cases) {
+    ASSERT_TRUE(ParseISODateTime(Text)) << Text;
+    EXPECT_EQ(FormatUTCMilliseconds(*ParseISODateTime(Text)), Expected) << Text;
+  }
+}
+
+TEST(ISODates, WhatIsNoneIsRefused) {
+  // clang-format off
+  for (const char* Text :
+      {"", " ", "2024", "2024-03", "2024-3-5", "24-03-05", "2024-0305", "202403-05", "2024/03/05", "2024-02-30",
+       "2023-02-29", "0000-01-01", "2024-13-01", "2024-00-01", "+2024-03-05", "-024-03-05", "2024-W10-2", "2024-065",
+       "2024-03-05T", "2024-03-05 01:02", "2024-03-05T01", "2024-03-05T1:02", "2024-03-05T0102", "2024-03-05T24:01",
+       "2024-03-05T24:00:00.1", "2024-03-05T01:60", "2024-03-05T01:02:61", "2024-03-05T01:02:", "2024-03-05T01:02:03.",
+       "2024-03-05T01:02:03.+10:00", "2024-03-05T01:02:03.1e3", "2024-03-05T01:02:+3", "2024-03-05T01:02+",
+       "2024-03-05T01:02+1", "2024-03-05T01:02+24:00", "2024-03-05T01:02+10:60", "2024-03-05T01:02+10:",
+       "2024-03-05T01:02ZZ", "2024-03-05T01:02Z ", " 2024-03-05", "2024-03-05Z", "now"})
+    EXPECT_FALSE(ParseISODateTime(Text)) << Text;
+  // clang-format on
 }
 
 }  // namespace

@@ -21,10 +21,9 @@ std::string Http(const std::string& Line) {
   return "sed -i -e '/^" + Key + " /d' -e 's|^\\[http\\]|&\\n" + Line + "|' oxsuper.toml";
 }
 
-class Doctor : public testing::Test {
+class Doctor : public TOfficeTest {
  protected:
-  static std::string Office(const std::string& Path) { return FOffice->Path(Path); }
-  TOutcome Examine(const std::string& Options = "") { return FOffice->Run("doctor " + Options); }
+  TOutcome Examine(const std::string& Options = "") { return Office->Run("doctor " + Options); }
   static bool Finds(const std::string& Report, const std::string& Finding) {
     const std::size_t Colon = Finding.find(':');
     const std::string Words = Finding.substr(std::min(Finding.size(), Colon + 2));
@@ -33,29 +32,19 @@ class Doctor : public testing::Test {
       if (Line.starts_with(Finding.substr(0, Colon)) && Holds(Line, Words)) return true;
     return false;
   }
-  static void SetUpTestSuite() {
-    FOffice = new TPayrollOffice;
-    FOffice->Run("register");
-    FOffice->Run("activate");
-  }
-  static void TearDownTestSuite() {
-    delete FOffice;
-    FOffice = nullptr;
-  }
-  inline static TPayrollOffice* FOffice = nullptr;
 };
 
 TEST_F(Doctor, FindsAnOfficeInOrderAndChangesNothing) {
-  const std::size_t Before = FOffice->Count("/");
-  const std::string Log = FOffice->Run("log list").Out;
+  const std::size_t Before = Office->Count("/");
+  const std::string Log = Office->Run("log list").Out;
   const TOutcome Outcome = Examine();
   EXPECT_EQ(0, Outcome.Exit) << Outcome.Out << Outcome.Error;
   for (const char* Subject : {"configuration", "key file", "secrets file", "common database", "payroll database",
                               "secrets", "credentials", "certificates", "clock", "service"})
     EXPECT_TRUE(Finds(Outcome.Out, std::string("ok       ") + Subject + ":")) << Subject << "\n" << Outcome.Out;
   EXPECT_FALSE(Holds(Outcome.Out, "PROBLEM")) << Outcome.Out;
-  EXPECT_EQ(Before + 1, FOffice->Count("/"));
-  EXPECT_EQ(Log, FOffice->Run("log list").Out);
+  EXPECT_EQ(Before + 1, Office->Count("/"));
+  EXPECT_EQ(Log, Office->Run("log list").Out);
 
   const TOutcome Json = Examine("--json");
   EXPECT_EQ("true", Member(Json.Out, "done"));
@@ -101,25 +90,25 @@ TEST_F(Doctor, NamesEveryBreakageAndHidesNoOther) {
        "echo >submissions.jsonl; chmod 644 submissions.jsonl",
        {"PROBLEM  record of submissions: chmod"}},
   };
-  FOffice->Shell("mkdir " + Office("well") + "; cp -p " + Office("*.*") + " " + Office("well"));
+  Office->Shell("mkdir " + Office->Path("well") + "; cp -p " + Office->Path("*.*") + " " + Office->Path("well"));
   for (const TBreakage& Breakage : Breakages) {
     SCOPED_TRACE(Breakage.What);
-    FOffice->Shell("cd " + Office("") + " && { " + Breakage.Command + "; }");
+    Office->Shell("cd " + Office->Path("") + " && { " + Breakage.Command + "; }");
     const TOutcome Outcome = Examine();
     EXPECT_EQ(Breakage.IsProblem ? 1 : 0, Outcome.Exit) << Outcome.Out;
     for (const std::string& Finding : Breakage.Findings)
       EXPECT_TRUE(Finds(Outcome.Out, Finding)) << Finding << "\n" << Outcome.Out << Outcome.Error;
     EXPECT_FALSE(Holds(Outcome.Out + Outcome.Error, "s3cret"));
-    FOffice->Shell("cd " + Office("") + " && rm -f *.db* *.toml *.jsonl && cp -p well/* . && chmod 700 .");
+    Office->Shell("cd " + Office->Path("") + " && rm -f *.db* *.toml *.jsonl && cp -p well/* . && chmod 700 .");
   }
 }
 
 TEST_F(Doctor, ComparesClocksAndDates) {
-  FOffice->Control("clock", R"({"advanceSeconds":200})");
+  Office->Control("clock", R"({"advanceSeconds":200})");
   EXPECT_TRUE(Finds(Examine().Out, "warning  clock: behind the service's"));
-  FOffice->Control("clock", R"({"advanceSeconds":600})");
+  Office->Control("clock", R"({"advanceSeconds":600})");
   EXPECT_TRUE(Finds(Examine().Out, "PROBLEM  clock: behind the service's"));
-  TSQLiteConnection Database(Office("common.db"));
+  TSQLiteConnection Database(Office->Path("common.db"));
   const std::pair<const char*, const char*> Ages[] = {{"-7 months", "ok       credentials: next call"},
                                                       {"-350 days", "warning  credentials: end on"},
                                                       {"-400 days", "PROBLEM  credentials: end on"},
@@ -128,10 +117,10 @@ TEST_F(Doctor, ComparesClocksAndDates) {
     Database.Execute(
         {"update _iptblBeamSuperCustomerIDs set dDateLastIssued = strftime('%Y-%m-%d %H:%M:%f', 'now', :Age)",
          {{"Age", std::string(Age)}}});
-    const std::size_t Before = FOffice->Count("/");
+    const std::size_t Before = Office->Count("/");
     const TOutcome Outcome = Examine();
     EXPECT_TRUE(Finds(Outcome.Out, Finding)) << Age << Outcome.Out;
-    EXPECT_EQ(Before + 1, FOffice->Count("/")) << "neither a token nor an exchange";
+    EXPECT_EQ(Before + 1, Office->Count("/")) << "neither a token nor an exchange";
   }
 }
 

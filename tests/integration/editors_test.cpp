@@ -1,25 +1,11 @@
-#include <gtest/gtest.h>
-
-#include <memory>
-
 #include "payroll_office.h"
 
 namespace oxSuperAPI {
 namespace {
 
-const std::string PayRun = SOURCE_DIR "/examples/payrun.csv";
-constexpr const char* SubmitPath = "/clearing-house/submit";
-
-/// An activated office whose person uses a piece of shell as the editor; $f is the file.
-class Editors : public testing::Test {
+/// An office whose person uses a piece of shell as the editor; $f is the file.
+class Editors : public TOfficeTest {
  protected:
-  static void SetUpTestSuite() {
-    Office = std::make_unique<TPayrollOffice>();
-    for (const char* Command : {"register", "activate", "opt-in"}) ASSERT_EQ(0, Office->Run(Command).Exit) << Command;
-  }
-  static void TearDownTestSuite() { Office.reset(); }
-  void SetUp() override { Office->ForgetSubmissions(); }
-
   /// Runs oxsuper on a terminal of its own. What the editor was shown is in the file "seen".
   static TOutcome Edit(const std::string& Script, const std::string& Arguments) {
     const std::string Editor = Office->Write("ed", "#!/bin/sh\nf=$1\ncat $f >>" + Office->Path("seen") + "\n" + Script);
@@ -32,17 +18,13 @@ class Editors : public testing::Test {
                          " timeout 60 script -qec '" OXSUPER " --config " + Office->ConfigFile() + " " + Arguments +
                          "' /dev/null </dev/null");
   }
-  static std::string Seen() { return ReadFile(Office->Path("seen")); }
-
-  static std::unique_ptr<TPayrollOffice> Office;
 };
-std::unique_ptr<TPayrollOffice> Editors::Office;
 
 TEST_F(Editors, ShowTheRequestAndTheAnswerButNeverTheToken) {
   const std::size_t Tokens = Office->Count("/auth/token");
   EXPECT_EQ(0, Edit("", "--edit-request --edit-response batch validate " + PayRun).Exit);
   EXPECT_EQ(Tokens + 1, Office->Count("/auth/token"));
-  const std::string Text = Seen();
+  const std::string Text = ReadFile(Office->Path("seen"));
   for (const char* Title : {"# Edit Request\n", "# Edit Response\n"})
     EXPECT_TRUE(Holds(Text, Title) && Text.find(Title) == Text.rfind(Title)) << Text;
   EXPECT_TRUE(Holds(Text, "\"employers\": [\n") && Holds(Text, "# status: 200\n")) << Text;
@@ -55,7 +37,6 @@ TEST_F(Editors, ChangeWhatIsSentAndWhatIsRead) {
   EXPECT_TRUE(Holds(Changed.Out, "DOB_IN_FUTURE")) << Changed.Out;
   EXPECT_EQ(6, Edit("sed -i 's/^# status: 200/# status: 503/' $f", "ping --edit-response").Exit);
   EXPECT_EQ(0, Edit("exit 1", "ping --edit-response").Exit) << "the answer as it came";
-  EXPECT_EQ(0, Edit("kill -9 $$", "ping --edit-response").Exit);
   const TOutcome Unfit = EditWith("/no/such", "ping --edit-response");
   EXPECT_TRUE(Unfit.Exit == 0 && Holds(Unfit.Out, "warning: Cannot start the editor /no/such")) << Unfit.Out;
 }

@@ -1,14 +1,12 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <memory>
 
 #include "payroll_office.h"
 
 namespace oxSuperAPI {
 namespace {
 
-const std::string PayRun = SOURCE_DIR "/examples/payrun.csv";
+using namespace std::string_literals;
+
 constexpr const char* NotificationsPath = "/clearing-house/notifications";
 
 /// A participant in the writer's names; `Contact` and `Account` take the place of the usual ones.
@@ -22,21 +20,13 @@ std::string Participant(const std::string& Account = "987654321",
          Account + R"(","bsb":"062000"},"startDate":"2026-07-01","employerNumbers":[{"clientEmployerNumber":"E1"}]}]})";
 }
 
-/// An activated office; one sandbox for all tests. Batches stay in a status until they are told to move.
-class Lookups : public testing::Test {
+/// Batches stay in a status until they are told to move.
+class Lookups : public TOfficeTest {
  protected:
-  static void SetUpTestSuite() {
-    Office = std::make_unique<TPayrollOffice>("--time-step 0");
-    for (const char* Command : {"register", "activate", "opt-in"}) ASSERT_EQ(0, Office->Run(Command).Exit) << Command;
-  }
-  static void TearDownTestSuite() { Office.reset(); }
-
+  static void SetUpTestSuite() { Open("--time-step 0"); }
   static std::string Submit() { return Member(Office->Run("--json batch submit --again " + PayRun).Out, "processId"); }
   static std::string LastId() { return Member(Office->Run("--json notifications list").Out, "lastId"); }
-
-  static std::unique_ptr<TPayrollOffice> Office;
 };
-std::unique_ptr<TPayrollOffice> Lookups::Office;
 
 TEST_F(Lookups, AParticipantIsSentAndReadBackWithoutItsAccountAndItsToken) {
   const std::string File = Office->Write("participant.json", Participant());
@@ -67,11 +57,11 @@ TEST_F(Lookups, TermsAreAcceptedByParticipantEmployerAndAuthorityEachOnItsOwn) {
   EXPECT_EQ("false", Member(Office->Run(Command).Out, "accepted"));
   Office->Control("participants/P%2F1%20x/terms-acceptance", R"({"user":"kim","date":"2026-07-02T00:00:00Z"})");
   EXPECT_EQ("kim", Member(Office->Run(Command).Out, "userAcceptingTermsAndConditions"));
-  EXPECT_EQ("false", Member(Office->Run(Command + "--employer 1").Out, "accepted"));
-  EXPECT_EQ("false", Member(Office->Run(Command + "--authority 2").Out, "accepted"));
-  EXPECT_EQ(5, Office->Run(Command + "--authority 1").Exit);
-  EXPECT_EQ(5, Office->Run("participant terms unknown").Exit);
-  EXPECT_EQ(5, Office->Run("participant get unknown").Exit);
+  for (const char* Other : {"--employer 1", "--authority 2"})
+    EXPECT_EQ("false", Member(Office->Run(Command + Other).Out, "accepted")) << Other;
+  for (const std::string& Unknown :
+       {Command + "--authority 1", "participant terms unknown"s, "participant get unknown"s})
+    EXPECT_EQ(5, Office->Run(Unknown).Exit) << Unknown;
   EXPECT_EQ(3, Office->Run("participant get").Exit);  // and the configuration has no number
   for (const char* Wrong : {"--employer 1 --authority 2", "--employer 0", "--employer 2147483648"})
     EXPECT_EQ(2, Office->Run(Command + Wrong).Exit) << Wrong;
@@ -89,11 +79,14 @@ TEST_F(Lookups, AParticipantThatCannotBeSentAsItStandsIsNotSent) {
 
 TEST_F(Lookups, ExitCodesTellWhatBecameOfARequest) {
   const std::string Post = "participant post " + Office->Write("participant.json", Participant());
-  const struct {
-    const char* Preset;
-    std::string Command;
-    int Exit;
-  } Cases[] = {
+  const std::tuple<const char*, std::string, int> Cases[] = {
+      {R"("path":"/clearing-house/validate","status":500,"body":"")", "batch validate " + PayRun, 6},
+      {R"("path":"/clearing-house/validate","fault":"reset-after-read")", "batch validate " + PayRun, 6},
+      {R"("path":"/clearing-house/healthcheck","status":503,"body":"")", "ping", 6},
+      {R"("path":"/clearing-house/healthcheck","fault":"reset-after-read")", "ping", 6},
+      {R"("path":"/search/contributions","status":404,"body":"")", "batch status P", 5},
+      {R"("path":"/clearing-house/cancel","fault":"reset-after-read")", "batch cancel P", 7},
+      {R"("path":"/clearing-house/channel-security/reissue","status":500,"body":"")", "reissue", 6},
       {R"("path":"/clearing-house/participant-details","fault":"reset-after-read")", Post, 7},
       {R"("path":"/clearing-house/participant-details","status":200,"body":"thanks")", Post, 7},
       {R"("path":"/clearing-house/participant-details","status":400,"body":{"message":"no"})", Post, 5},
@@ -107,10 +100,10 @@ TEST_F(Lookups, ExitCodesTellWhatBecameOfARequest) {
       {R"("path":"/search/funds","status":200,"body":"thanks")", "funds search super", 6},
       {R"("path":"/search/funds","status":404,"body":"")", "funds search super", 5},
   };
-  for (const auto& Case : Cases) {
-    Office->Preset("{" + std::string(Case.Preset) + "}");
-    const TOutcome Outcome = Office->Run(Case.Command);
-    EXPECT_EQ(Case.Exit, Outcome.Exit) << Case.Preset << Outcome.Error;
+  for (const auto& [Preset, Command, Exit] : Cases) {
+    Office->Preset("{" + std::string(Preset) + "}");
+    const TOutcome Outcome = Office->Run(Command);
+    EXPECT_EQ(Exit, Outcome.Exit) << Preset << Outcome.Error;
   }
 }
 

@@ -17,6 +17,11 @@
 
 namespace oxSuperAPI {
 
+/// `Text` with another first `From`.
+inline std::string Replaced(std::string Text, const std::string& From, const std::string& To) {
+  return Text.replace(Text.find(From), From.size(), To);
+}
+
 struct TOutcome {
   int Exit = -1;
   std::string Out;
@@ -25,6 +30,9 @@ struct TOutcome {
 
 using tests::Holds;
 using tests::ReadFile;
+
+const std::string PayRun = SOURCE_DIR "/examples/payrun.csv";
+constexpr const char* SubmitPath = "/clearing-house/submit";
 
 /// A payroll office: a directory with a configuration, the tool, and a sandbox that runs as long as the office lives.
 class TPayrollOffice {
@@ -81,6 +89,20 @@ class TPayrollOffice {
   tests::TTemporaryDirectory FDirectory;
   std::unique_ptr<THTTPCurl> FControl;
   std::string FEverything;
+};
+
+/// One activated office and one sandbox for all tests of a suite.
+class TOfficeTest : public testing::Test {
+ protected:
+  static void SetUpTestSuite() { Open(); }
+  static void TearDownTestSuite() { Office.reset(); }
+  void SetUp() override { Office->ForgetSubmissions(); }
+
+  static void Open(const std::string& StartOptions = {}) {
+    Office = std::make_unique<TPayrollOffice>(StartOptions);
+    for (const char* Command : {"register", "activate", "opt-in"}) ASSERT_EQ(0, Office->Run(Command).Exit) << Command;
+  }
+  inline static std::unique_ptr<TPayrollOffice> Office;
 };
 
 /// The value of a member of the tool's JSON, which stands on a line of its own.

@@ -1,3 +1,4 @@
+#include "../support/test_host.h"
 #include "loss.h"
 #include "maximal_documents.h"
 #include "oxSuperAPI/model/uBeamSuperObjects.h"
@@ -5,33 +6,39 @@
 namespace oxSuperAPI {
 namespace {
 
-TEST(ContributionBatch, EmptyRecordsWriteOnlyWhatIsAlwaysSent) {
+TEST(ContributionBatch, EmptyRecordsWriteOnlyWhatIsAlwaysSentAndEmptyChildrenAreElements) {
   TBeamContributionDetail Batch;
   Batch.BeamSuperLogID = 12;
-  EXPECT_EQ(Written(Batch), "{}");
-  EXPECT_EQ(TBeamContributionEmployer().GetAsJsonString(), "{}");
-  EXPECT_EQ(Written(TBeamContributionFund()), R"({"fundIdentifier":{},"isDefaultFund":false})");
-}
-
-TEST(ContributionBatch, EmptyChildrenAreElementsAllTheSame) {
   TBeamContributionFund Fund;
+  EXPECT_EQ(Written(Batch) + Written(TBeamContributionEmployer()), "{}{}");
+  EXPECT_EQ(Written(Fund), R"({"fundIdentifier":{},"isDefaultFund":false})");
   Fund.AddMemberContribution(std::make_shared<TBeamMemberContribution>());
   EXPECT_EQ(Written(Fund), R"({"fundIdentifier":{},"isDefaultFund":false,"members":[{}]})");
-  TBeamContributionDetail Batch;
   Batch.AddContributionEmployer(std::make_shared<TBeamContributionEmployer>());
   EXPECT_EQ(Written(Batch), R"({"contributionDetail":{"employers":[{}]}})");
 }
 
-TEST(ContributionBatch, NullChildrenAreIgnoredIndexesOutOfRangeGiveNullAndAChildOutlivesItsParent) {
+TEST(Children, AreIgnoredWhenNullGiveNullOutOfRangeAndOutliveTheirParent) {
   TBeamContributionDetail Batch;
   TBeamContributionEmployer Employer;
   TBeamContributionFund Fund;
-  Batch.AddContributionEmployer(nullptr);
-  Employer.AddContributionFund(nullptr);
-  Fund.AddMemberContribution(nullptr);
-  for (std::ptrdiff_t Index : {std::ptrdiff_t{-1}, std::ptrdiff_t{0}, PTRDIFF_MIN, PTRDIFF_MAX})
+  TBeamParticipantDetails Participant;
+  TBeamEmployer Workplace;
+  TBeamDDAuthority Authority;
+  TBeamDefaultFunds Funds;
+  Batch.AddContributionEmployer(nullptr), Employer.AddContributionFund(nullptr), Fund.AddMemberContribution(nullptr);
+  Participant.AddEmployer(nullptr), Participant.AddDDAuthority(nullptr), Workplace.AddDefaultFund(nullptr);
+  Authority.AddEmployerNumber(nullptr), Funds.AddDefaultFund(nullptr);
+  for (const std::ptrdiff_t Index : {std::ptrdiff_t{-1}, std::ptrdiff_t{0}, PTRDIFF_MIN, PTRDIFF_MAX})
     EXPECT_FALSE(Batch.GetContributionEmployer(Index) || Employer.GetContributionFund(Index) ||
-                 Fund.GetMemberContribution(Index));
+                 Fund.GetMemberContribution(Index) || Participant.GetEmployer(Index) ||
+                 Participant.GetDDAuthority(Index) || Workplace.GetDefaultFund(Index) ||
+                 Authority.GetEmployerNumber(Index) || Funds.GetDefaultFund(Index))
+        << Index;
+  EXPECT_EQ(Batch.GetContributionEmployerCount() + Employer.GetContributionFundCount() +
+                Fund.GetMemberContributionCount() + Participant.GetEmployerCount() + Participant.GetDDAuthorityCount() +
+                Workplace.GetFundCount() + Authority.GetEmployerNumberCount() + Funds.GetDefaultFundCount(),
+            0u);
   const auto Member = Loaded<TBeamContributionDetail>(BatchAsRead)
                           .GetContributionEmployer(0)
                           ->GetContributionFund(0)
@@ -52,14 +59,15 @@ TEST(ContributionBatch, NestedObjectsThatAreMissingLeaveTheirFieldsAndPresentOne
   Load(Batch, BatchAsRead);
   Load(Batch, R"({"contributionDetail":{"participantDetail":{"name":{"title":"Dr"},"businessIdentifier":null},
                   "paymentDetail":7},"identifier":{"messageId":"new"}})");
-  EXPECT_EQ(Batch.participant.email, "");
-  EXPECT_EQ(Batch.participant.name.title, "Dr");
-  EXPECT_EQ(Batch.participant.name.familyName, "");
-  EXPECT_EQ(Batch.participant.businessIdentifierValue, "participant value");
-  EXPECT_EQ(Batch.payment.organisationName, "payment organisation");
-  EXPECT_EQ(Batch.identifier.messageId, "new");
-  EXPECT_EQ(Batch.identifier.time, "");
-  EXPECT_EQ(Batch.version, "");
+  const TLines Found = {Batch.participant.email,
+                        Batch.participant.name.title,
+                        Batch.participant.name.familyName,
+                        Batch.participant.businessIdentifierValue,
+                        Batch.payment.organisationName,
+                        Batch.identifier.messageId,
+                        Batch.identifier.time,
+                        Batch.version};
+  EXPECT_EQ(Found, (TLines{"", "Dr", "", "participant value", "payment organisation", "new", "", ""}));
 }
 
 TEST(ContributionBatch, PhoneTablesOfFundsAreEmptiedFirstTheOthersAreNot) {

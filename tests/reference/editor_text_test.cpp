@@ -26,9 +26,7 @@ TEST(EditorText, LaysJSONOutAndShowsOtherTextInItsLines) {
 }
 
 TEST(EditorText, KeepsAllThatWasNotChanged) {
-  const struct {
-    std::string Body, From, To, Result;
-  } Cases[] = {
+  const std::tuple<std::string, std::string, std::string, std::string> Cases[] = {
       {R"({"a":1,"b" : 2,"c":[] })", "1", "17", R"({"a":17,"b" : 2,"c":[] })"},
       {R"({"a":1,"b" : 2 })", "2", "3", R"({"a":1,"b" : 3 })"},
       {R"({"a":1,"b":2})", "  \"b\"", "  \"n\": 0,\n  \"b\"", "{\"a\":1,\"n\": 0,\n  \"b\":2}"},
@@ -72,22 +70,19 @@ TEST(EditorText, CanBeEditedInEveryPlace) {
 }
 
 TEST(JSONProblem, NamesTheFirstPlaceThatIsWrong) {
-  const struct {
-    std::string Text;
-    std::size_t Offset, Line, Column;
-    std::string Reason;
-  } Cases[] = {{"{\n  \"\u00E9\" 1}", 9, 2, 7, "colon"},
-               {"{\"a\":1", 6, 1, 7, "comma or '}'"},
-               {"", 0, 1, 1, "empty"},
-               {"[1]\0"s, 3, 1, 4, "NUL"},
-               {"[1,1e400,x]", 9, 1, 10, "Invalid value"},
-               {std::string(600, '['), 512, 1, 513, "deeper"}};
-  for (const auto& Case : Cases) {
-    const auto Problem = FindJSONProblem(Case.Text);
-    ASSERT_TRUE(Problem) << Case.Text;
-    EXPECT_EQ(Problem->Offset, Case.Offset) << Case.Text;
-    EXPECT_EQ(std::pair(Problem->Line, Problem->Column), std::pair(Case.Line, Case.Column)) << Case.Text;
-    EXPECT_NE(Problem->Reason.find(Case.Reason), std::string::npos) << Problem->Reason;
+  const std::tuple<std::string, std::size_t, std::size_t, std::size_t, std::string> Cases[] = {
+      {"{\n  \"\u00E9\" 1}", 9, 2, 7, "colon"},
+      {"{\"a\":1", 6, 1, 7, "comma or '}'"},
+      {"", 0, 1, 1, "empty"},
+      {"[1]\0"s, 3, 1, 4, "NUL"},
+      {"[1,1e400,x]", 9, 1, 10, "Invalid value"},
+      {std::string(600, '['), 512, 1, 513, "deeper"}};
+  for (const auto& [Text, Offset, Line, Column, Reason] : Cases) {
+    const auto Problem = FindJSONProblem(Text);
+    ASSERT_TRUE(Problem) << Text;
+    EXPECT_EQ(Problem->Offset, Offset) << Text;
+    EXPECT_EQ(std::pair(Problem->Line, Problem->Column), std::pair(Line, Column)) << Text;
+    EXPECT_NE(Problem->Reason.find(Reason), std::string::npos) << Problem->Reason;
   }
   for (const char* Accepted : {"\xEF\xBB\xBF{}", "[1e400,\"\\ud800\"]", " 5 "}) EXPECT_FALSE(FindJSONProblem(Accepted));
 }

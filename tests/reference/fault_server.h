@@ -1,22 +1,14 @@
 #pragma once
 
-#include <arpa/inet.h>
 #include <netinet/tcp.h>
 #include <openssl/ssl.h>
-#include <poll.h>
-#include <unistd.h>
 
-#include <atomic>
-#include <csignal>
 #include <filesystem>
 #include <memory>
 #include <mutex>
-#include <stdexcept>
-#include <string>
-#include <thread>
-#include <vector>
 
 #include "../support/certificates.h"
+#include "../support/loopback.h"
 
 namespace oxSuperAPI::tests {
 
@@ -39,19 +31,6 @@ struct TServerOptions {
   TChainPlan Plan = {};
   int MaxTLSVersion = 0;        ///< of OpenSSL; 0 is any
   bool WantsClientKey = false;  ///< a client without a certificate of the server's own authority is refused
-};
-
-/// A listening socket on loopback.
-struct TListener {
-  TListener() : Socket(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    sockaddr_in Address{.sin_family = AF_INET, .sin_port = 0, .sin_addr = {htonl(INADDR_LOOPBACK)}, .sin_zero = {}};
-    socklen_t Size = sizeof Address;
-    const auto Any = reinterpret_cast<sockaddr*>(&Address);
-    Require(!bind(Socket, Any, Size) && !listen(Socket, 64) && !getsockname(Socket, Any, &Size), "listen");
-    Port = ntohs(Address.sin_port);
-  }
-  ~TListener() { close(Socket); }
-  int Socket, Port = 0;
 };
 
 /// An HTTPS server on loopback that counts requests and breaks connections. Every request, and every connection that is
@@ -79,16 +58,11 @@ class TFaultServer {
       SSL_CTX_load_verify_file(Context, CAFile.c_str());
       SSL_CTX_set_verify(Context, SSL_VERIFY_PEER | SSL_VERIFY_FAIL_IF_NO_PEER_CERT, nullptr);
     }
-    FAcceptor = std::thread([this] { Accept(); });
+    FLoopback.Start([this](int Socket) { Serve(Socket); });
   }
-  ~TFaultServer() {
-    FStopping = true;
-    FAcceptor.join();
-    for (std::thread& Thread : FThreads) Thread.join();
-    std::remove(CAFile.c_str());
-  }
+  ~TFaultServer() { std::remove(CAFile.c_str()); }
 
-  int Port() const { return FListener.Port; }
+  int Port() const { return FLoopback.Port(); }
   /// Requests as they came, headers and body.
   std::vector<std::string> Received() const {
     const std::scoped_lock Lock(FMutex);
@@ -105,37 +79,21 @@ class TFaultServer {
     return FNextStep < FSteps.size() ? FSteps[FNextStep++] : TStep{};
   }
 
-  void Accept() {
-    sigset_t Signals;  // blocked only here: a client that dies of SIGPIPE must be seen
-    sigemptyset(&Signals);
-    sigaddset(&Signals, SIGPIPE);
-    pthread_sigmask(SIG_BLOCK, &Signals, nullptr);
-    for (pollfd Listener{FListener.Socket, POLLIN, 0}; !FStopping;) {
-      if (poll(&Listener, 1, 2) <= 0) continue;
-      const int Socket = accept4(FListener.Socket, nullptr, nullptr, SOCK_CLOEXEC);
-      if (Socket < 0) continue;
-      ++Connections;
-      FThreads.emplace_back([this, Socket] { Serve(Socket); });
-    }
-  }
-
   void Serve(int Socket) {
-    const timeval Patience{5, 0};
-    setsockopt(Socket, SOL_SOCKET, SO_RCVTIMEO, &Patience, sizeof Patience);
-    setsockopt(Socket, SOL_SOCKET, SO_SNDTIMEO, &Patience, sizeof Patience);
+    ++Connections;
     const int AtOnce = 1;
     setsockopt(Socket, IPPROTO_TCP, TCP_NODELAY, &AtOnce, sizeof AtOnce);
     const std::unique_ptr<SSL, TFree<SSL_free>> Connection(SSL_new(FContext.get()));
     SSL_set_fd(Connection.get(), Socket);
     for (bool IsFirst = true; ServeRequest(Connection.get(), Socket, IsFirst);) IsFirst = false;
-    close(Socket);
   }
 
   /// Reads on until the client hangs up, too: what was told it last is lost with a connection that is reset.
   bool HangUp(int Socket) {
     shutdown(Socket, SHUT_WR);
     char Byte = 0;
-    for (pollfd Wait{Socket, POLLIN, 0}; !FStopping && (poll(&Wait, 1, 2) == 0 || read(Socket, &Byte, 1) > 0);) {
+    for (pollfd Wait{Socket, POLLIN, 0};
+         !FLoopback.IsStopping() && (poll(&Wait, 1, 2) == 0 || read(Socket, &Byte, 1) > 0);) {
     }
     return false;
   }
@@ -158,7 +116,7 @@ class TFaultServer {
     }
     // Waits in small portions, so that the server can be stopped.
     for (pollfd Wait{Socket, POLLIN, 0}; SSL_pending(Connection) == 0 && poll(&Wait, 1, 2) == 0;)
-      if (FStopping) return false;
+      if (FLoopback.IsStopping()) return false;
 
     std::string Request;
     for (char Byte = 0; !Request.ends_with("\r\n\r\n"); Request += Byte) {
@@ -180,7 +138,7 @@ class TFaultServer {
       FReceived.push_back(Request);
     }
     if (IsCut(TStage::AfterRequest)) return false;
-    for (int Waited = 0; Waited < Step.DelayMilliseconds && !FStopping; Waited += 10)
+    for (int Waited = 0; Waited < Step.DelayMilliseconds && !FLoopback.IsStopping(); Waited += 10)
       std::this_thread::sleep_for(std::chrono::milliseconds(10));
     if (SSL_write(Connection, Step.Answer.data(), static_cast<int>(Step.Answer.size())) <= 0) return false;
     return !IsCut(TStage::AfterAnswer);
@@ -189,12 +147,9 @@ class TFaultServer {
   mutable std::mutex FMutex;
   std::vector<TStep> FSteps;
   std::vector<std::string> FReceived;
-  std::vector<std::thread> FThreads;
   std::size_t FNextStep = 0;
-  std::atomic<bool> FStopping = false;
-  const TListener FListener;
   std::unique_ptr<SSL_CTX, TFree<SSL_CTX_free>> FContext{SSL_CTX_new(TLS_server_method())};
-  std::thread FAcceptor;
+  TLoopback FLoopback;
 };
 
 }  // namespace oxSuperAPI::tests

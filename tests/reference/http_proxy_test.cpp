@@ -111,11 +111,7 @@ TEST_F(HTTPProxy, CarriesOneRequestAndKeepsItsCredentialsToItself) {
 }
 
 TEST_F(HTTPProxy, SaysWhoRefusedWhat) {
-  const struct {
-    TProxyOptions Proxy;
-    THTTPCurlOptions Client;
-    std::string Text;
-  } Cases[] = {
+  const std::tuple<TProxyOptions, THTTPCurlOptions, std::string> Cases[] = {
       {{.Credentials = Credentials}, {}, "wants another user name or password (its status 407)"},
       {{.Credentials = Credentials}, SignedIn("s3cret2"), "wants another user name or password"},
       {{.Answer = "HTTP/1.1 403 No\r\nContent-Length: 2\r\n\r\nno"}, {}, "does not allow connections"},
@@ -128,10 +124,10 @@ TEST_F(HTTPProxy, SaysWhoRefusedWhat) {
       {{.Answer = "HTTP/1.1 200 OK\r\nX: " + std::string(400'000, 'x')}, {}, "the proxy 127.0.0.1"},
       {{.Hangs = true}, {.ConnectTimeout = 200ms}, "no connection in time through the proxy 127.0.0.1"},
   };
-  for (const auto& Case : Cases) {
-    SCOPED_TRACE(Case.Text);
-    Start(Case.Proxy, Case.Client);
-    ExpectRefusal(Case.Text);
+  for (const auto& [Proxy, Client, Text] : Cases) {
+    SCOPED_TRACE(Text);
+    Start(Proxy, Client);
+    ExpectRefusal(Text);
   }
   // A tunnel that leads nowhere is not the proxy's fault.
   Start({.Answer = "HTTP/1.1 200 OK\r\n\r\n"});

@@ -137,20 +137,12 @@ TEST(LogMasking, StandsDamagedDocuments) {
     for (int Changes = static_cast<int>(Random() % 3); Changes > 0; --Changes) {
       const std::size_t At = Random() % Text.size();
       if (std::islower(static_cast<unsigned char>(Text[At])) || Text[At] == '_') continue;
-      const char New = "\"\\{}[]:,*. \n"[Random() % 12];
-      switch (Random() % 4) {
-        case 0:
-          Text.erase(At, 1);
-          break;
-        case 1:
-          Text[At] = New;
-          break;
-        case 2:
-          Text.insert(At, 1, New);
-          break;
-        default:
-          Text.resize(At + 1);
-      }
+      const std::string New(1, "\"\\{}[]:,*. \n"[Random() % 12]), Instead[] = {"", New, New + Text[At]};
+      const std::size_t Kind = Random() % 4;
+      if (Kind < 3)
+        Text.replace(At, 1, Instead[Kind]);
+      else
+        Text.resize(At + 1);
     }
     const std::string Once = Masked(Text, Private);
     ASSERT_FALSE(Holds(Once, "R3T")) << Text << "\n" << Once;

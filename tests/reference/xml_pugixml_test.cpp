@@ -13,9 +13,7 @@ TEST(XMLDocument, FindsChildrenAttributesAndAllTextOfAnElement) {
   EXPECT_NE(Root.Child("B"), Root.Child("b"));
   EXPECT_FALSE(Root.Child("c") || Root.Child("") || Root.Attribute("b") || Root.Attribute("a")->Child("a") ||
                Root.Attribute("a")->Attribute("a"));
-  const struct {
-    std::string XML, Text;
-  } Cases[] = {
+  const std::pair<std::string, std::string> Cases[] = {
       {"<a/>", ""},
       {"<a> x<!-- y --> <b>no</b><![CDATA[<&]]> z\n</a>", " x <& z\n"},
       {"<a>&lt;&#x41;&amp;&unknown;</a>", "<A&&unknown;"},

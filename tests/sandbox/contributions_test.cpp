@@ -195,7 +195,7 @@ TEST_F(Office, CancelsOnlyBeforeTheMoneyAwaitsClearance) {
     const bool early = status == "Submitted" || status == "Awaiting Payment";
     const Reply sent = Post(client, "submit", SampleBatch(status));
     const std::string id = ProcessId(sent);
-    client.Control("POST", "batches/" + id, R"({"status":")" + status + "\"}");
+    Move(client, id, status);
     EXPECT_EQ(client.Send("PUT", "/clearing-house/cancel/" + id).status, early ? 200 : 409) << status;
     const Reply found = client.Send("GET", "/search/contributions/" + id);
     EXPECT_EQ(found.Text("status"), early ? "Cancelled" : status);
@@ -228,14 +228,14 @@ TEST(Lifecycle, MovesOnWithTimeAndWhenTold) {
   EXPECT_EQ(status(), "Submitted");
   client.Control("POST", "clock", R"({"advanceSeconds":101})");
   EXPECT_EQ(status(), "Awaiting Payment");
-  client.Control("POST", "batches/" + id);
+  Move(client, id);
   EXPECT_EQ(status(), "Awaiting Clearance");
   client.Control("POST", "clock", R"({"advanceSeconds":100000})");
   EXPECT_EQ(status(), "Sent To Fund");
   const json::array told = client.Send("GET", "/clearing-house/notifications").Json().as_array();
   ASSERT_EQ(told.size(), 9u) << "five statuses, and the answers of two funds about two members";
   EXPECT_LT(told[1].at("create_date").as_string(), told[2].at("create_date").as_string()) << "at the time of the move";
-  EXPECT_EQ(client.Control("POST", "batches/" + id, R"({"status":"Nowhere"})").status, 400);
+  EXPECT_EQ(Move(client, id, "Nowhere").status, 400);
 }
 
 }  // namespace

@@ -113,19 +113,18 @@ TEST_F(Office, ListsWhatItReceivedUntilItIsReset) {
 }
 
 TEST(State, OutlivesARestart) {
-  const std::string folder = ::testing::TempDir() + "sandbox-state-" + std::to_string(::getpid());
-  std::filesystem::create_directory(folder);
-  const std::string file = folder + "/state.json";
+  const std::string file = ::testing::TempDir() + "sandbox-state-" + std::to_string(::getpid());
+  const std::vector<std::string> options = {"--state", file, "--pre-registered", "KEY-15500", "--time-step", "0"};
   constexpr const char* kKept[] = {"/clearing-house/notifications", "/clearing-house/participant/P1",
                                    "/clearing-house/participant/P1/terms-acceptance"};
   std::vector<std::string> before;
   Reply customer, sent;
   {
-    Sandbox sandbox({"--state", file, "--pre-registered", "KEY-15500", "--time-step", "0"});
+    Sandbox sandbox(options);
     Client client(sandbox);
     customer = BecomeCustomer(client);
     sent = Post(client, "submit", SampleBatch());
-    client.Control("POST", "batches/" + ProcessId(sent), R"({"status":"Sent To Fund"})");
+    Move(client, ProcessId(sent), "Sent To Fund");
     client.Send("POST", "/clearing-house/participant-details",
                 R"({"clientParticipantNumber":"P1","employers":[{"clientEmployerNumber":"E1"}]})");
     client.Control("POST", "participants/P1/terms-acceptance", R"({"user":"Jo"})");
@@ -140,7 +139,7 @@ TEST(State, OutlivesARestart) {
   for (const std::string& secret : {customer.Text("clientSecret"), std::string("123456782"), std::string("4711")})
     EXPECT_EQ(text.find(secret), std::string::npos) << "no secret is kept in clear";
   {
-    Sandbox sandbox({"--state", file, "--pre-registered", "KEY-15500", "--time-step", "0"});
+    Sandbox sandbox(options);
     Client client(sandbox);
     EXPECT_NE(SignIn(client, customer.Text("clientId"), customer.Text("clientSecret")), "");
     EXPECT_EQ(Post(client, "submit", SampleBatch()).status, 409);
@@ -155,7 +154,7 @@ TEST(State, OutlivesARestart) {
   std::ofstream(file) << "{\"format\":9}";
   Sandbox refused({"--state", file});
   EXPECT_EQ(refused.WaitForEnd(5), 1);
-  std::filesystem::remove_all(folder);
+  std::filesystem::remove(file);
 }
 
 TEST(Process, EndsWhenItIsAskedToAndRefusesWrongOptions) {

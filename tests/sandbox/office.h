@@ -74,6 +74,11 @@ inline std::string ProcessId(const Reply& sent) {
   return json::value_to<std::string>(sent.Json().at("identifier").at("processId"));
 }
 
+/// Brings a batch into a status, the next one by default.
+inline Reply Move(Client& client, const std::string& id, const std::string& status = {}) {
+  return client.Control("POST", "batches/" + id, status.empty() ? "" : R"({"status":")" + status + "\"}");
+}
+
 inline Reply Post(Client& client, const std::string& command, const json::value& batch) {
   return client.Send("POST", "/clearing-house/" + command, json::serialize(batch));
 }

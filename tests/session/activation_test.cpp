@@ -91,11 +91,7 @@ TEST(Activation, TellsWhyItStopsAndStoresNothing) {
   const auto Answer = [](std::int32_t Status, const char* Body) {
     return [=](TNewCompany& Host) { Host.FakeHTTP.AnswerURL("/activate/", Status, Body); };
   };
-  const struct {
-    std::function<void(TNewCompany&)> Prepare;
-    std::string Outcome;
-    std::size_t Requests;
-  } Cases[] = {
+  const std::tuple<std::function<void(TNewCompany&)>, std::string, std::size_t> Cases[] = {
       {[](auto& Host) { Host.FakeIdentity.Country = 3; }, "-Super Clearing is not enabled", 0},
       {[](auto& Host) { Host.AddCredentials({}); }, "-Already activated", 0},
       {[](auto& Host) { Host.FakeHTTP.AnswerURL("/ping", 200, "pong"); }, "+Customer is already activated", 1},
@@ -106,12 +102,12 @@ TEST(Activation, TellsWhyItStopsAndStoresNothing) {
       {Answer(200, R"({"message":"m","clientId":"i"})"), "-m  200", 3},
       {Answer(200, R"({"message":"m","ClientID":"i","ClientSecret":"s"})"), "-m  200", 3},
   };
-  for (const auto& Case : Cases) {
-    SCOPED_TRACE(Case.Outcome);
+  for (const auto& [Prepare, Outcome, Requests] : Cases) {
+    SCOPED_TRACE(Outcome);
     TNewCompany Host;
-    Case.Prepare(Host);
-    EXPECT_EQ(Activate(), Case.Outcome);
-    EXPECT_EQ(Host.FakeHTTP.Requests.size(), Case.Requests);
+    Prepare(Host);
+    EXPECT_EQ(Activate(), Outcome);
+    EXPECT_EQ(Host.FakeHTTP.Requests.size(), Requests);
     EXPECT_EQ(Host.CommonConnection.Statements.size(), 1u) << "loaded first, never saved";
     EXPECT_NE(Credentials().ClientID, "i");
   }

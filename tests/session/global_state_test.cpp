@@ -7,31 +7,28 @@ namespace oxSuperAPI {
 namespace {
 
 TEST(Environment, FollowsCountryDomainComputerAndForcedSetting) {
-  const struct {
-    std::uint8_t Country;
-    const char *Domain, *Computer, *Forced;
-    TBeamSuperEnvironment Expected;
-  } Cases[] = {{4, "CORP", "PPP1", "PROD", bsenvIntgDev},
-               {5, "uktest", "", "QA", bsenvAcptQa},
-               {5, "UK", "", "PROD", bsenvProdLive},
-               {5, "U", "", "QA", bsenvProdLive},
-               {5, "\xC3\x9CKTEST", "", "QA", bsenvProdLive},
-               {5, "my.HostedKestrel.net", "ppp1", "DEV", bsenvProdLive},
-               {5, "my.HostedKestrel.net", "APPP1", "DEV", bsenvIntgDev},
-               {5, "my.HostedKestrel.net", "APPP1", "QA", bsenvAcptQa},
-               {5, "my.HostedKestrel.net", "APPP1", "qa", bsenvProdLive},
-               {5, "UKHOSTEDKESTREL", "PPP1", "", bsenvIntgDev}};
-  for (const auto& Case : Cases) {
-    SCOPED_TRACE(std::string(Case.Domain) + "/" + Case.Computer + "/" + Case.Forced);
+  const std::tuple<std::uint8_t, const char*, const char*, const char*, TBeamSuperEnvironment> Cases[] = {
+      {4, "CORP", "PPP1", "PROD", bsenvIntgDev},
+      {5, "uktest", "", "QA", bsenvAcptQa},
+      {5, "UK", "", "PROD", bsenvProdLive},
+      {5, "U", "", "QA", bsenvProdLive},
+      {5, "\xC3\x9CKTEST", "", "QA", bsenvProdLive},
+      {5, "my.HostedKestrel.net", "ppp1", "DEV", bsenvProdLive},
+      {5, "my.HostedKestrel.net", "APPP1", "DEV", bsenvIntgDev},
+      {5, "my.HostedKestrel.net", "APPP1", "QA", bsenvAcptQa},
+      {5, "my.HostedKestrel.net", "APPP1", "qa", bsenvProdLive},
+      {5, "UKHOSTEDKESTREL", "PPP1", "", bsenvIntgDev}};
+  for (const auto& [Country, Domain, Computer, Forced, Environment] : Cases) {
+    SCOPED_TRACE(std::string(Domain) + "/" + Computer + "/" + Forced);
     TTestHost Host;
-    Host.FakeIdentity.Country = Case.Country;
-    Host.FakeIdentity.Domain = Case.Domain;
-    Host.FakeIdentity.Computer = Case.Computer;
-    Host.FakeIdentity.ForcedEnvironment = Case.Forced;
-    EXPECT_EQ(Global().GetBeamSuperEnvironment(), Case.Expected);
+    Host.FakeIdentity.Country = Country;
+    Host.FakeIdentity.Domain = Domain;
+    Host.FakeIdentity.Computer = Computer;
+    Host.FakeIdentity.ForcedEnvironment = Forced;
+    EXPECT_EQ(Global().GetBeamSuperEnvironment(), Environment);
     TLines Expected;
-    if (Case.Country == 5 && Case.Expected == bsenvIntgDev) Expected = {"0 Using Super Clearing Dev Environment"};
-    if (Case.Expected == bsenvAcptQa) Expected = {"0 Using Super Clearing QA Environment"};
+    if (Country == 5 && Environment == bsenvIntgDev) Expected = {"0 Using Super Clearing Dev Environment"};
+    if (Environment == bsenvAcptQa) Expected = {"0 Using Super Clearing QA Environment"};
     EXPECT_EQ(Host.LogLines(), Expected);
   }
 }
@@ -51,20 +48,17 @@ TEST(Environment, IsDecidedOnceButAForeignCountryStores) {
 TEST(Status, ChangesStrictlyAfterItsBoundaries) {
   const double Second = 1 / 86400.0;
   const TDateTime Issued = EncodeDate(2024, 2, 29) + 0.5;  // a year later: 2025-02-28, a month before: 2025-01-28
-  const struct {
-    TDateTime Now;
-    TBeamSuperStatus Expected;
-    bool Active;
-  } Cases[] = {{EncodeDate(2025, 1, 28) + 0.5, bssActivated, true},
-               {EncodeDate(2025, 1, 28) + 0.5 + Second, bssNearlyExpired, true},
-               {EncodeDate(2025, 2, 28) + 0.5, bssNearlyExpired, true},
-               {EncodeDate(2025, 2, 28) + 0.5 + Second, bssExpired, false}};
+  const std::tuple<TDateTime, TBeamSuperStatus, bool> Cases[] = {
+      {EncodeDate(2025, 1, 28) + 0.5, bssActivated, true},
+      {EncodeDate(2025, 1, 28) + 0.5 + Second, bssNearlyExpired, true},
+      {EncodeDate(2025, 2, 28) + 0.5, bssNearlyExpired, true},
+      {EncodeDate(2025, 2, 28) + 0.5 + Second, bssExpired, false}};
   TTestHost Host;
   Host.AddActivatedCustomer({.DateLastIssued = Issued});
-  for (const auto& Case : Cases) {
-    Host.FakeSystem.Time = Case.Now;
-    EXPECT_EQ(Global().GetBeamSuperStatus(), Case.Expected) << FormatDateMinutes(Case.Now);
-    EXPECT_EQ(Global().GetIsBeamSuperActive(), Case.Active);
+  for (const auto& [Now, Expected, Active] : Cases) {
+    Host.FakeSystem.Time = Now;
+    EXPECT_EQ(Global().GetBeamSuperStatus(), Expected) << FormatDateMinutes(Now);
+    EXPECT_EQ(Global().GetIsBeamSuperActive(), Active);
   }
   Host.CredentialTable(TFakeSide::Common).Rows[0].back() = std::monostate{};
   EXPECT_EQ(Global().GetBeamSuperStatus(), bssExpired) << "never issued";

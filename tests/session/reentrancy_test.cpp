@@ -60,11 +60,7 @@ TEST(Reentrancy, TheHostMayResetTheSessionAtAnyAccess) {
   const std::function<void()> Actions[] = {
       [] { TBeamSuperGlobal::Finalize(); },
       [] { Global().SetOptedIn(true); },
-      [] {
-        TBeamSuperGlobal::Finalize();
-        Global().GetAppToken();
-        Global().GetCustomerToken();
-      },
+      [] { TBeamSuperGlobal::Finalize(), Global().GetAppToken(), Global().GetCustomerToken(); },
   };
   int Interrupted = 0;
   for (const bool Activated : {true, false})

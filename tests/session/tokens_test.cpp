@@ -11,36 +11,35 @@ const TAccessor AllAccessors[] = {&TBeamSuperGlobal::GetAppToken, &TBeamSuperGlo
                                   &TBeamSuperGlobal::GetCustomerToken};
 
 TEST(TokenCache, FetchesWithTheClientOfChannelAndEnvironment) {
-  const struct {
-    std::string Name, Forced, Base, IDEnd;
-  } Cases[] = {{"Dev", "DEV", "", "1"},
-               {"QA", "QA", "https://" OXSUPERAPI_API_HOST_QA, "2"},
-               {"Prod", "PROD", "https://" OXSUPERAPI_API_HOST_PROD, "3"}};
-  for (const auto& Case : Cases) {
+  const std::tuple<std::string, std::string, std::string, std::string> Cases[] = {
+      {"Dev", "DEV", "", "1"},
+      {"QA", "QA", "https://" OXSUPERAPI_API_HOST_QA, "2"},
+      {"Prod", "PROD", "https://" OXSUPERAPI_API_HOST_PROD, "3"}};
+  for (const auto& [Name, Forced, Base, IDEnd] : Cases) {
     TTestHost Host;
-    Host.FakeIdentity.ForcedEnvironment = Case.Forced;
-    Host.AddActivatedCustomer({.Environment = Case.Name, .ClientID = "own&id", .ClientSecret = "own=secret"});
+    Host.FakeIdentity.ForcedEnvironment = Forced;
+    Host.AddActivatedCustomer({.Environment = Name, .ClientID = "own&id", .ClientSecret = "own=secret"});
     Host.FakeHTTP.DefaultAnswer = TFakeAnswer{.Body = R"({"access_token":"t","token_type":"Bearer","expires_in":3599,)"
                                                       R"("ext_expires_in":"7200","expires_on":"1709600000",)"
                                                       R"("not_before":1709596400,"resource":"r"})"};
     const std::string OwnID = "client_id=3f1a2b4c-5d6e-4f70-8a91-b2c3d4e5f6";
-    const std::string Bodies[] = {OwnID + "0" + Case.IDEnd + "&client_secret=secret-application-" + Case.Name,
-                                  OwnID + "1" + Case.IDEnd + "&client_secret=secret-administrator-" + Case.Name,
+    const std::string Bodies[] = {OwnID + "0" + IDEnd + "&client_secret=secret-application-" + Name,
+                                  OwnID + "1" + IDEnd + "&client_secret=secret-administrator-" + Name,
                                   "client_id=own&id&client_secret=own=secret"};
     const char* const Sources[] = {"BeamnSuperGlobal.GetAppToken", "BeamSuperGlobal.GetAdminToken", "GetCustomerToken"};
     const TBeamSuperTokenChannel Channels[] = {bstcApp, bstcAdmin, bstcCustomer};
     for (std::size_t Channel = 0; Channel < 3; ++Channel) {
-      SCOPED_TRACE(Case.Name + Sources[Channel]);
+      SCOPED_TRACE(Name + Sources[Channel]);
       TBeamToken* Token = (Global().*AllAccessors[Channel])();
       ASSERT_NE(Token, nullptr);
       EXPECT_EQ((Global().*AllAccessors[Channel])(), Token) << "cached";
       EXPECT_EQ(Host.FakeHTTP.Requests.size(), Channel + 1);
-      EXPECT_EQ(Host.LastSent(), "Post " + Case.Base + "/auth/token|Content-Type: application/x-www-form-urlencoded|" +
+      EXPECT_EQ(Host.LastSent(), "Post " + Base + "/auth/token|Content-Type: application/x-www-form-urlencoded|" +
                                      Bodies[Channel] + "&grant_type=client_credentials");
       EXPECT_EQ(Host.LogColumn("cSource").back(), Sources[Channel]);
       EXPECT_EQ(Host.LogColumn("cRequestBody").back().find("secret-"), std::string::npos) << "secrets are masked";
       EXPECT_EQ(Token->TokenChannel, Channels[Channel]);
-      EXPECT_EQ(std::to_string(static_cast<int>(Token->Environment)), Case.IDEnd);
+      EXPECT_EQ(std::to_string(static_cast<int>(Token->Environment)), IDEnd);
       EXPECT_EQ(Token->TokenString + Token->TokenType + Token->ExpiresIn + Token->ExtExpiresIn + Token->ExpiresOn +
                     Token->NotBefore + Token->Resource,
                 "tBearer3599720017096000001709596400r");

@@ -68,22 +68,25 @@ struct TServerIdentity {
   std::string Trusted;                     ///< PEM
 };
 
-inline std::string PEMOf(X509* Certificate) {
+/// What `Write` puts into memory.
+inline std::string WrittenBy(auto Write) {
   const std::unique_ptr<BIO, TFree<BIO_free_all>> Memory(BIO_new(BIO_s_mem()));
-  PEM_write_bio_X509(Memory.get(), Certificate);
+  Write(Memory.get());
   char* Data = nullptr;
   const long Size = BIO_get_mem_data(Memory.get(), &Data);
   return {Data, static_cast<std::size_t>(Size)};
 }
 
+inline std::string PEMOf(X509* Certificate) {
+  return WrittenBy([&](BIO* Out) { PEM_write_bio_X509(Out, Certificate); });
+}
+
 /// `Passphrase` "" leaves the key in clear.
 inline std::string PEMOf(EVP_PKEY* Key, const std::string& Passphrase = "") {
-  const std::unique_ptr<BIO, TFree<BIO_free_all>> Memory(BIO_new(BIO_s_mem()));
-  PEM_write_bio_PKCS8PrivateKey(Memory.get(), Key, Passphrase.empty() ? nullptr : EVP_aes_128_cbc(), Passphrase.data(),
-                                static_cast<int>(Passphrase.size()), nullptr, nullptr);
-  char* Data = nullptr;
-  const long Size = BIO_get_mem_data(Memory.get(), &Data);
-  return {Data, static_cast<std::size_t>(Size)};
+  return WrittenBy([&](BIO* Out) {
+    PEM_write_bio_PKCS8PrivateKey(Out, Key, Passphrase.empty() ? nullptr : EVP_aes_128_cbc(), Passphrase.data(),
+                                  static_cast<int>(Passphrase.size()), nullptr, nullptr);
+  });
 }
 
 /// Issued by `Issuer`, or by itself when that is null.

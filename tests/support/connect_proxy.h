@@ -24,15 +24,10 @@ class TConnectProxy {
     Require(SSL_CTX_use_certificate(FContext.get(), Identity.Leaf.get()) &&
                 SSL_CTX_use_PrivateKey(FContext.get(), Identity.Key.get()),
             "proxy");
-    FAcceptor = std::thread([this] { Accept(); });
-  }
-  ~TConnectProxy() {
-    FStopping = true;
-    FAcceptor.join();
-    for (std::thread& Thread : FThreads) Thread.join();
+    FLoopback.Start([this](int Socket) { Serve(Socket); });
   }
 
-  int Port() const { return FListener.Port; }
+  int Port() const { return FLoopback.Port(); }
   std::vector<std::string> Asked() const {
     const std::scoped_lock Lock(FMutex);
     return FAsked;
@@ -56,25 +51,10 @@ class TConnectProxy {
     }
   };
 
-  void Accept() {
-    sigset_t Signals;
-    sigemptyset(&Signals);
-    sigaddset(&Signals, SIGPIPE);
-    pthread_sigmask(SIG_BLOCK, &Signals, nullptr);
-    for (pollfd Listener{FListener.Socket, POLLIN, 0}; !FStopping;) {
-      if (poll(&Listener, 1, 2) <= 0) continue;
-      const int Socket = accept4(FListener.Socket, nullptr, nullptr, SOCK_CLOEXEC);
-      if (Socket >= 0) FThreads.emplace_back([this, Socket] { Serve(Socket); });
-    }
-  }
-
   void Serve(int Socket) {
-    const timeval Patience{5, 0};
-    setsockopt(Socket, SOL_SOCKET, SO_RCVTIMEO, &Patience, sizeof Patience);
     const std::unique_ptr<SSL, TFree<SSL_free>> TLS(FOptions.IsTLS ? SSL_new(FContext.get()) : nullptr);
     if (TLS) SSL_set_fd(TLS.get(), Socket);
     if (!TLS || SSL_accept(TLS.get()) == 1) Answer({Socket, TLS.get()});
-    close(Socket);
   }
 
   void Answer(TEnd Client) {
@@ -85,7 +65,7 @@ class TConnectProxy {
       const std::scoped_lock Lock(FMutex);
       FAsked.push_back(Head);
     }
-    while (FOptions.Hangs && !FStopping) std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    while (FOptions.Hangs && !FLoopback.IsStopping()) std::this_thread::sleep_for(std::chrono::milliseconds(2));
     const auto Say = [&](const std::string& Text) { Client.Write(Text.data(), static_cast<int>(Text.size())); };
     if (!FOptions.Credentials.empty() &&
         Head.find("Proxy-Authorization: Basic " + FOptions.Credentials + "\r\n") == std::string::npos)
@@ -106,7 +86,7 @@ class TConnectProxy {
 
   bool Pass(TEnd Client, TEnd Server) const {
     pollfd Ends[] = {{Client.Socket, POLLIN, 0}, {Server.Socket, POLLIN, 0}};
-    if (!Client.HasMore() && poll(Ends, 2, 2) == 0) return !FStopping;
+    if (!Client.HasMore() && poll(Ends, 2, 2) == 0) return !FLoopback.IsStopping();
     char Buffer[4096];
     for (const auto& [From, To, Ready] : {std::tuple{Client, Server, Client.HasMore() || Ends[0].revents != 0},
                                           std::tuple{Server, Client, Ends[1].revents != 0}}) {
@@ -121,11 +101,8 @@ class TConnectProxy {
   const TProxyOptions FOptions;
   mutable std::mutex FMutex;
   std::vector<std::string> FAsked;
-  std::vector<std::thread> FThreads;
-  std::atomic<bool> FStopping = false;
-  const TListener FListener;
   std::unique_ptr<SSL_CTX, TFree<SSL_CTX_free>> FContext{SSL_CTX_new(TLS_server_method())};
-  std::thread FAcceptor;
+  TLoopback FLoopback;
 };
 
 }  // namespace oxSuperAPI::tests

@@ -1,14 +1,10 @@
 #include "tds_server.h"
 
-#include <arpa/inet.h>
 #include <iconv.h>
-#include <poll.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <stdexcept>
 
 namespace oxSuperAPI::tests {
 
@@ -227,26 +223,17 @@ std::string TDSError(std::uint32_t Number, std::uint8_t Class, std::string_view 
          DoneToken(More | Failed);
 }
 
-TTDSServer::TTDSServer(std::vector<TTDSStep> Steps)
-    : FSteps(std::move(Steps)), FListener(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-  sockaddr_in Address{.sin_family = AF_INET, .sin_port = 0, .sin_addr = {htonl(INADDR_LOOPBACK)}, .sin_zero = {}};
-  socklen_t Size = sizeof Address;
-  const auto Any = reinterpret_cast<sockaddr*>(&Address);
-  if (bind(FListener, Any, Size) || listen(FListener, 16) || getsockname(FListener, Any, &Size))
-    throw std::runtime_error("TDS server: listen");
-  FPort = ntohs(Address.sin_port);
-  FAcceptor = std::thread([this] { Accept(); });
-}
-
-TTDSServer::~TTDSServer() {
-  FStopping = true;
-  FAcceptor.join();
-  for (std::thread& Thread : FThreads) Thread.join();
-  close(FListener);
+TTDSServer::TTDSServer(std::vector<TTDSStep> Steps) : FSteps(std::move(Steps)) {
+  FLoopback.Start([this](int Socket) {
+    try {
+      Serve(Socket, ++Connections);
+    } catch (const TEnd&) {
+    }
+  });
 }
 
 std::string TTDSServer::ConnectionString() const {
-  return "DRIVER=FreeTDS;SERVER=127.0.0.1;PORT=" + std::to_string(FPort) +
+  return "DRIVER=FreeTDS;SERVER=127.0.0.1;PORT=" + std::to_string(FLoopback.Port()) +
          ";UID=someone;PWD=s3cret;DATABASE=payroll;TDS_Version=7.4;ClientCharset=UTF-8";
 }
 
@@ -256,21 +243,6 @@ std::vector<TTDSStatement> TTDSServer::Statements(std::string_view Containing) c
   for (const TTDSStatement& Statement : FStatements)
     if (Statement.SQL.find(Containing) != std::string::npos) Result.push_back(Statement);
   return Result;
-}
-
-void TTDSServer::Accept() {
-  for (pollfd Wait{FListener, POLLIN, 0}; !FStopping;) {
-    if (poll(&Wait, 1, 2) <= 0) continue;
-    const int Socket = accept4(FListener, nullptr, nullptr, SOCK_CLOEXEC);
-    if (Socket < 0) continue;
-    FThreads.emplace_back([this, Socket, Connection = ++Connections] {
-      try {
-        Serve(Socket, Connection);
-      } catch (const TEnd&) {
-      }
-      close(Socket);
-    });
-  }
 }
 
 TTDSStep TTDSServer::TakeStep(const TTDSStatement& Statement) {
@@ -283,7 +255,7 @@ TTDSStep TTDSServer::TakeStep(const TTDSStatement& Statement) {
 }
 
 void TTDSServer::Serve(int Socket, int Connection) {
-  const TClient Client{FStopping, Socket};
+  const TClient Client{FLoopback.IsStopping(), Socket};
   if (!Client.LogIn(TakeStep({Connection, "login", {}}))) return;
   for (;;) {
     const auto [Kind, Message] = Client.Receive();

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 #include <limits>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <thread>
-#include <vector>
+
+#include "loopback.h"
 
 namespace oxSuperAPI::tests {
 
@@ -53,7 +52,6 @@ struct TTDSStatement {
 class TTDSServer {
  public:
   explicit TTDSServer(std::vector<TTDSStep> Steps);
-  ~TTDSServer();
 
   /// For the FreeTDS driver.
   std::string ConnectionString() const;
@@ -61,17 +59,13 @@ class TTDSServer {
   std::atomic<int> Connections = 0;
 
  private:
-  void Accept();
   void Serve(int Socket, int Connection);
   TTDSStep TakeStep(const TTDSStatement& Statement);
 
   mutable std::mutex FMutex;
   std::vector<TTDSStep> FSteps;
   std::vector<TTDSStatement> FStatements;
-  std::vector<std::thread> FThreads;
-  std::atomic<bool> FStopping = false;
-  int FListener = -1, FPort = 0;
-  std::thread FAcceptor;
+  TLoopback FLoopback;
 };
 
 }  // namespace oxSuperAPI::tests

@@ -94,12 +94,9 @@ TEST(PayRunCells, AreReadRepairedOrRefused) {
   }
 }
 
-TEST(PayRunCells, NeverShowATaxFileNumber) {
+TEST(PayRunCells, KeepAmountsInWholeCentsAndTaxFileNumbersToThemselves) {
   for (const char* Wrong : {"987654321", "12345678", "1.23E+08"})
-    EXPECT_EQ(std::string::npos, ReadCell(TForm::TFN, Wrong).Error.find(Wrong));
-}
-
-TEST(PayRunCells, KeepAmountsInWholeCents) {
+    EXPECT_EQ(std::string::npos, ReadCell(TForm::TFN, Wrong).Error.find(Wrong)) << "a tax file number is never shown";
   const TCellValue Value = ReadCell(TForm::Amount, "-0.07", {.Negatives = true});
   EXPECT_EQ(-7, Value.Cents);
   EXPECT_EQ("-0.07", Value.Text);
@@ -121,11 +118,8 @@ std::string Cells(std::string Text) {
   return Result;
 }
 
-TEST(PayRunCSV, ReadsWhatExportersWrite) {
-  const struct {
-    std::string Text;
-    std::string Cells;
-  } Cases[] = {
+TEST(PayRunCSV, ReadsWhatExportersWriteAndTellsUTF8FromOtherEncodings) {
+  const std::pair<std::string, std::string> Cases[] = {
       {"a,b\nc,d", "1:[a][b]2:[c][d]"},
       {"\xEF\xBB\xBF"
        "a, b \r\n\r\nc\r\n",
@@ -138,12 +132,9 @@ TEST(PayRunCSV, ReadsWhatExportersWrite) {
       {"Café,\xC2\xA0x\xC2\xA0\n", "1:[Café][x]"},
       {"", ""},
   };
-  for (const auto& Case : Cases) EXPECT_EQ(Case.Cells, Cells(Case.Text)) << Case.Text;
+  for (const auto& [Text, Expected] : Cases) EXPECT_EQ(Expected, Cells(Text)) << Text;
   for (const std::string& Broken : {std::string("a,\"b\nc"), std::string("\x81"), std::string("a\0b", 3)})
     EXPECT_THROW(Cells(Broken), TBeamError);
-}
-
-TEST(PayRunCSV, TellsUTF8FromOtherEncodings) {
   for (const char* Good : {"", "abc", "é", "€", "😀", "\xED\x9F\xBF"}) EXPECT_TRUE(IsUTF8(Good));
   for (const char* Bad : {"\xC3", "\xC0\x80", "\xE0\x80\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF", "\x80"})
     EXPECT_FALSE(IsUTF8(Bad));

@@ -35,16 +35,12 @@ TPayRun Read(const std::string& Members) {
       Parser);
 }
 
-TEST(JSONBatch, AddsUpTheContributionsAlone) {
+TEST(JSONBatch, AddsUpTheContributionsAloneAndListsThePathsThatTheReaderDoesNotTakeOver) {
   const TPayRun Run = Read(Member() + "," + Member("superGuaranteeAmount", "0"));
   EXPECT_EQ("", Places(Run));
   ASSERT_EQ(1u, Run.Batches.size());
   EXPECT_EQ(8 * 110 + 7 * 110, Run.Batches[0].Cents);
-}
-
-TEST(JSONBatch, ListsThePathsThatTheReaderDoesNotTakeOver) {
-  const TPayRun Run = Read(Member());
-  ASSERT_EQ(1u, Run.NotSent.size());
+  ASSERT_EQ(2u, Run.NotSent.size());
   EXPECT_EQ("contributionDetail.employers[0].funds[0].members[0].employmentStatus", Run.NotSent[0].Reason);
 }
 

@@ -1,12 +1,10 @@
 #pragma once
 
-#include <fstream>
-#include <iterator>
 #include <map>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "../reference/temporary_directory.h"
 #include "payrun/columns.h"
 #include "payrun/payrun.h"
 
@@ -68,11 +66,6 @@ inline std::string Places(const TPayRun& Run) {
     Result += (Result.empty() ? "" : ", ") + std::string(Names[static_cast<std::size_t>(Finding.Severity)]) + " " +
               std::to_string(Finding.Line) + "/" + ColumnLetters(Finding.Column);
   return Result;
-}
-
-inline std::string ReadWhole(const std::string& FileName) {
-  std::ifstream File(FileName, std::ios::binary);
-  return {std::istreambuf_iterator<char>(File), {}};
 }
 
 }  // namespace oxSuperAPI

@@ -16,7 +16,7 @@ const TBeamMemberContribution& Member(const TPayRun& Run, int Index = 0) {
 }
 
 TEST(PayRunColumns, CarryTheNamesOfTheTemplate) {
-  std::istringstream Template(ReadWhole(SHARED_DIR "/saff/template.csv"));
+  std::istringstream Template(tests::ReadFile(SHARED_DIR "/saff/template.csv"));
   std::string Line;
   for (int Row = 0; Row < 3; ++Row) std::getline(Template, Line);
   if (Line.empty()) GTEST_SKIP() << "no template beside the repository";
@@ -72,26 +72,24 @@ TEST(PayRun, PutsRowsTogetherToOneBatch) {
   const TBeamContributionDetail& Detail = *Run.Batches[0].Detail;
   EXPECT_EQ("F-1", Run.FileId);
   EXPECT_EQ(150150, Run.Batches[0].Cents);
-  EXPECT_EQ(2u, Detail.GetContributionEmployerCount());
+  ASSERT_EQ(2u, Detail.GetContributionEmployerCount());
   EXPECT_EQ(2u, Detail.GetContributionEmployer(0)->GetContributionFundCount());  // an employer number is an identity
-  EXPECT_EQ(3u, Fund(Run).GetMemberContributionCount());
-  EXPECT_EQ("O’Dea", Member(Run, 1).name.familyName);
-  EXPECT_EQ("true", Member(Run, 2).atWork);
-  EXPECT_EQ("DIRECT_CREDIT", Detail.payment.paymentType);
-  EXPECT_EQ("10203040", Detail.payment.refundAccount.accountNumber);
-  EXPECT_EQ("", Detail.payment.directDebitAccount.accountNumber);
-  EXPECT_EQ("02", Detail.participant.phoneNumbers[0].areaCode);
-  EXPECT_EQ("55501234", Detail.GetContributionEmployer(1)->employerDetail.phoneNumbers[0].number);
-  EXPECT_EQ("Café Zoë", Detail.GetContributionEmployer(1)->employerDetail.organisationName);
+  ASSERT_EQ(3u, Fund(Run).GetMemberContributionCount());
+  const auto& [Payment, Employer] = std::pair(Detail.payment, Detail.GetContributionEmployer(1)->employerDetail);
+  EXPECT_EQ("O’Dea true", Member(Run, 1).name.familyName + " " + Member(Run, 2).atWork);
+  EXPECT_EQ("DIRECT_CREDIT 10203040 ", Payment.paymentType + " " + Payment.refundAccount.accountNumber + " " +
+                                           Payment.directDebitAccount.accountNumber);
+  EXPECT_EQ("02 55501234", Detail.participant.phoneNumbers[0].areaCode + " " + Employer.phoneNumbers[0].number);
+  EXPECT_EQ("Café Zoë", Employer.organisationName);
 }
 
 TEST(PayRun, KnowsSelfManagedFundsByTheirMissingUSI) {
   const TCells Account = {{"U", "SMSFGATE"}, {"AA", "083-004"}, {"AB", "445566778"}, {"AC", "Trustee"}};
   const TPayRun Self = ReadPayRun(PayRunText({With(With(GoodRow(), Account), {{"S", ""}})}));
   EXPECT_EQ("", Places(Self));
-  EXPECT_EQ("083004", Fund(Self).smsfDetail.bankAccount.BSB);
-  EXPECT_EQ("SMSFGATE", Fund(Self).smsfDetail.electronicServiceAddressAlias);
-  EXPECT_EQ("Harbour Fund", Fund(Self).smsfDetail.fundName);
+  const auto& Detail = Fund(Self).smsfDetail;
+  EXPECT_EQ("083004 SMSFGATE Harbour Fund",
+            Detail.bankAccount.BSB + " " + Detail.electronicServiceAddressAlias + " " + Detail.fundName);
   const TPayRun Retail = ReadPayRun(PayRunText({With(GoodRow(), Account)}));
   EXPECT_EQ("", Fund(Retail).smsfDetail.bankAccount.BSB + Fund(Retail).smsfDetail.fundName);
   EXPECT_EQ(4u, Retail.NotSent.size());
@@ -100,10 +98,7 @@ TEST(PayRun, KnowsSelfManagedFundsByTheirMissingUSI) {
 }
 
 TEST(PayRun, NamesRowAndColumnOfEachFinding) {
-  const struct {
-    TCells Changes;
-    const char* Places;
-  } Cases[] = {
+  const std::pair<TCells, const char*> Cases[] = {
       {{{"AH", "123456789"}}, "error 4/AH"},
       {{{"AD", ""}}, "error 4/AD"},
       {{{"AK", ""}}, "error 4/AK"},
@@ -127,9 +122,9 @@ TEST(PayRun, NamesRowAndColumnOfEachFinding) {
       {{{"B", "99"}}, "remark 4/B"},
       {{{"AB", "9000000145"}}, "warning 4/AB"},
   };
-  for (const auto& Case : Cases) {
-    const TPayRun Run = ReadPayRun(PayRunText({With(GoodRow(), Case.Changes)}));
-    EXPECT_EQ(Case.Places, Places(Run)) << Case.Changes.begin()->first << " " << Case.Changes.begin()->second;
+  for (const auto& [Changes, Expected] : Cases) {
+    const TPayRun Run = ReadPayRun(PayRunText({With(GoodRow(), Changes)}));
+    EXPECT_EQ(Expected, Places(Run)) << Changes.begin()->first << " " << Changes.begin()->second;
   }
   EXPECT_EQ("error 5/A", Places(ReadPayRun(PayRunText({GoodRow(), GoodRow()}))));
 }
@@ -175,10 +170,8 @@ TEST(PayRun, ListsWhatIsNotSent) {
     NotSent += ColumnLetters(Entry.Column) + std::to_string(Entry.Lines.size()) + " ";
   EXPECT_EQ("W2 X2 CI2 CV2 DB2 DH2 ", NotSent);
   const auto& Salaries = Member(Run).definedBenefits->definedBenefitsAnnualSalary;
-  EXPECT_EQ(0, Salaries[0].value);
-  EXPECT_EQ(1, Salaries[1].value);
-  EXPECT_EQ(3, Salaries[2].value);
-  EXPECT_EQ(5, Salaries[4].value);
+  for (const auto& [Index, Value] : {std::pair{0u, 0}, {1u, 1}, {2u, 3}, {4u, 5}})
+    EXPECT_EQ(Value, Salaries[Index].value) << Index;
 }
 
 TEST(PayRun, TakesFromOptionsWhatTheFileHasNoColumnFor) {
@@ -198,49 +191,46 @@ TEST(PayRun, TakesFromOptionsWhatTheFileHasNoColumnFor) {
   EXPECT_EQ("CPN1 PAYID WPN", Detail.participant.clientParticipantNumber + " " + Detail.payment.paymentType + " " +
                                   Detail.participant.businessIdentifierType);
   EXPECT_TRUE(Fund(Run).isDefaultFund);
-  EXPECT_EQ("FEMALE", Member(Run).gender);
-  EXPECT_EQ("AU", Member(Run).address.countryCode);
-  EXPECT_EQ("MOBILE 0491570006",
-            Member(Run).phoneNumbers[0].phoneNumberType + " " + Member(Run).phoneNumbers[0].number);
+  const TBeamMemberContribution& First = Member(Run);
+  EXPECT_EQ("FEMALE AU MOBILE 0491570006", First.gender + " " + First.address.countryCode + " " +
+                                               First.phoneNumbers[0].phoneNumberType + " " +
+                                               First.phoneNumbers[0].number);
   ASSERT_EQ(2u, Detail.GetContributionEmployerCount());
   EXPECT_EQ("SHOP", Detail.GetContributionEmployer(1)->employerTransactionContextId);
 }
 
 TEST(PayRun, ToleratesTheFirstRowsOfTheWild) {
-  for (const char* Good :
-       {"version,1,negatives supported,TRUE,file id,", ",1.0,NEGATIVES SUPPORTED,0,FILE ID,a.B-1", "VERSION,1.0"})
-    EXPECT_EQ("", Places(ReadPayRun(PayRunText({GoodRow()}, Good)))) << Good;
-  for (const auto& [Bad, Where] :
-       std::map<std::string, std::string>{{"VERSION,2.0", "error 1/B"},
-                                          {"Name,Amount", "error 1/"},
-                                          {"VERSION,1.0,N,maybe", "error 1/D"},
-                                          {"VERSION,1.0,N,false,F,a b", "error 1/F"},
-                                          {"VERSION,1.0,N,0,F,123456789012345678901", "error 1/F"}})
-    EXPECT_EQ(Where, Places(ReadPayRun(PayRunText({GoodRow()}, Bad)))) << Bad;
+  const std::pair<const char*, const char*> Cases[] = {{"version,1,negatives supported,TRUE,file id,", ""},
+                                                       {",1.0,NEGATIVES SUPPORTED,0,FILE ID,a.B-1", ""},
+                                                       {"VERSION,1.0", ""},
+                                                       {"VERSION,2.0", "error 1/B"},
+                                                       {"Name,Amount", "error 1/"},
+                                                       {"VERSION,1.0,N,maybe", "error 1/D"},
+                                                       {"VERSION,1.0,N,false,F,a b", "error 1/F"},
+                                                       {"VERSION,1.0,N,0,F,123456789012345678901", "error 1/F"}};
+  for (const auto& [FirstRow, Expected] : Cases)
+    EXPECT_EQ(Expected, Places(ReadPayRun(PayRunText({GoodRow()}, FirstRow)))) << FirstRow;
   const TCells Negative = With(GoodRow(), {{"BH", "-2.50"}});
   EXPECT_EQ(-250, ReadPayRun(PayRunText({Negative}, ",1,,TRUE")).Batches[0].Cents);
 }
 
 TEST(PayRun, RefusesMovedColumnsAndToleratesOtherSpellings) {
-  const std::string Text = PayRunText({GoodRow()});
-  const auto Replaced = [&](const std::string& From, const std::string& To) {
-    std::string Changed = Text;
-    return Changed.replace(Changed.find(From), From.size(), To);
-  };
-  EXPECT_EQ("error 3/H, error 3/I", Places(ReadPayRun(Replaced("Family Name,Given Name", "Given Name,Family Name"))));
-  EXPECT_EQ("warning 3/Q", Places(ReadPayRun(Replaced("Account Name Text", "Acct. name"))));
-  EXPECT_EQ("", Places(ReadPayRun(Replaced("Account Name Text", "ACCOUNT-NAME  text"))));
-  EXPECT_EQ("remark 3/", Places(ReadPayRun(Replaced("Employee Location Identifier End Date",
-                                                    "Employee Location Identifier End Date,Extra"))));
-  EXPECT_EQ("error 0/", Places(ReadPayRun(PayRunText({}))));
-  EXPECT_EQ("error 0/", Places(ReadPayRun("")));
+  const std::string LastColumn = "Employee Location Identifier End Date";
+  const std::tuple<std::string, std::string, const char*> Cases[] = {
+      {"Family Name,Given Name", "Given Name,Family Name", "error 3/H, error 3/I"},
+      {"Account Name Text", "Acct. name", "warning 3/Q"},
+      {"Account Name Text", "ACCOUNT-NAME  text", ""},
+      {LastColumn, LastColumn + ",Extra", "remark 3/"}};
+  for (const auto& [From, To, Expected] : Cases) {
+    std::string Text = PayRunText({GoodRow()});
+    EXPECT_EQ(Expected, Places(ReadPayRun(Text.replace(Text.find(From), From.size(), To)))) << To;
+  }
+  for (const std::string& Nothing : {PayRunText({}), std::string()})
+    EXPECT_EQ("error 0/", Places(ReadPayRun(Nothing))) << Nothing;
 }
 
 TEST(PayRun, ReadsTheExampleWithoutErrors) {
-  const TPayRun Run = ReadPayRun(ReadWhole(SOURCE_DIR "/examples/payrun.csv"));
-  EXPECT_EQ("", Places(Run));
-  ASSERT_EQ(1u, Run.Batches.size());
-  EXPECT_EQ(3u, Run.Batches[0].Detail->GetContributionEmployerCount());
+  EXPECT_EQ("", Places(ReadPayRun(tests::ReadFile(SOURCE_DIR "/examples/payrun.csv"))));
 }
 
 }  // namespace
