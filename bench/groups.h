@@ -24,10 +24,15 @@ std::vector<TGroup>& Groups();
 /// Raises std::runtime_error, naming `What`, when two results that should be equal are not.
 void NeedEqual(bool Equal, const char* What);
 
+/// Touches a gigabyte and gives it back. A virtual machine's host may take back what the machine left unused for
+/// seconds, and the next touch of it then costs many times what the machine's own work does, whoever's turn it is.
+void TouchMachineMemory();
+
 /// The loop of a benchmark whose result is large: freeing it is not part of the work. Nor is what glibc puts off when
-/// small blocks are freed, which the next block of such a size has it do.
+/// small blocks are freed, which the next block of such a size has it do, nor fetching memory from a machine's host.
 template <class TWork>
 void Loop(benchmark::State& State, TWork Work) {
+  TouchMachineMemory();
   for (auto _ : State) {
     auto Result = Work();
     benchmark::DoNotOptimize(Result);

@@ -47,7 +47,7 @@ void Add(const std::string& Name, TWork Work) {
                                    Loop(State, [&] { return Work(Batch); });
                                  })
         ->Iterations(std::max(1L, Members / 4 / Size))
-        ->Repetitions(5);
+        ->Repetitions(9);
 }
 
 const bool Added = [] {

@@ -5,9 +5,9 @@
 
 namespace bench {
 
-/// A minimal HTTPS service on loopback, in a process of its own, so that neither its memory nor its time counts. It
-/// takes any request on kept connections, gives a token to "/auth/token" and the same short answer to all else, and
-/// ends with this object or with the process.
+/// A minimal HTTPS service on loopback, in a process of its own: its memory does not count, and its time only where
+/// what is measured waits for it, the library and its peer alike. It takes any request on kept connections, gives a
+/// token to "/auth/token" and the same short answer to all else, and ends with this object or with the process.
 class TLocalService {
  public:
   /// `HostName` stands in its certificate, which is written to `CAFile`.

@@ -2,9 +2,11 @@
 // one missed, 2 wrong use.
 #include <benchmark/benchmark.h>
 #include <sched.h>
+#include <sys/mman.h>
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <fstream>
 #include <regex>
 #include <stdexcept>
@@ -28,6 +30,15 @@ TGroup::TGroup(std::string GroupName, void (*PrepareData)(), void (*ReleaseData)
 
 void NeedEqual(bool Equal, const char* What) {
   if (!Equal) throw std::runtime_error(std::string("Results differ: ") + What);
+}
+
+void TouchMachineMemory() {
+  constexpr std::size_t Size = std::size_t{1} << 30;
+  void* const Memory = mmap(nullptr, Size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (Memory == MAP_FAILED) return;
+  madvise(Memory, Size, MADV_HUGEPAGE);
+  std::memset(Memory, 1, Size);
+  munmap(Memory, Size);
 }
 
 namespace {

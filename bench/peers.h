@@ -20,8 +20,8 @@ TPlainBatch ReadWithRapidJson(std::string_view Text);
 TPlainBatch ReadWithNlohmann(const nlohmann::ordered_json& Tree);
 
 /// RapidJSON's document, with the checks that the library's parser makes: encoding validated, numbers kept as text.
+/// Recursive, which is quicker than iterative.
 using TRapidDocument = rapidjson::Document;
-inline constexpr unsigned RapidFlags =
-    rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseIterativeFlag;
+inline constexpr unsigned RapidFlags = rapidjson::kParseValidateEncodingFlag | rapidjson::kParseNumbersAsStringsFlag;
 
 }  // namespace bench

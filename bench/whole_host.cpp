@@ -32,7 +32,8 @@ TTemporaryDirectory::~TTemporaryDirectory() {
   std::filesystem::remove_all(Path, Ignored);
 }
 
-TWholeHost::TWholeHost(const std::filesystem::path& Parent) : Directory(Parent), Name(OXSUPERAPI_API_HOST_PROD) {
+TWholeHost::TWholeHost(const std::filesystem::path& Parent, const char* Masking)
+    : Directory(Parent), Name(OXSUPERAPI_API_HOST_PROD) {
   using namespace oxSuperAPI;
   Service = std::make_unique<TLocalService>(Name, CAFile);
   TReferenceConfig Config;
@@ -44,6 +45,7 @@ TWholeHost::TWholeHost(const std::filesystem::path& Parent) : Directory(Parent),
   Config.files.log = Directory.Path / "host.log";
   Config.http.ca_file = CAFile;
   Config.http.connect_to[Name + ":443"] = "127.0.0.1:" + std::to_string(Service->Port());
+  if (Masking) Config.log.masking = Masking;
   CreateHostFiles(Config.files);
   Host = std::make_unique<TReferenceHost>(Config);
   RegisterHost(Host.get());

@@ -21,9 +21,11 @@ struct TTemporaryDirectory {
   std::filesystem::path Path;
 };
 
-/// The reference host with files of its own and the local service, registered, with an activated customer.
+/// The reference host with files of its own and the local service, registered, with an activated customer. Its settings
+/// are the ones that a host gets that sets none, unless `Masking` names another masking of the call log.
 struct TWholeHost {
-  explicit TWholeHost(const std::filesystem::path& Parent = std::filesystem::temp_directory_path());
+  explicit TWholeHost(const std::filesystem::path& Parent = std::filesystem::temp_directory_path(),
+                      const char* Masking = nullptr);
   ~TWholeHost();
 
   TTemporaryDirectory Directory;
@@ -36,6 +38,9 @@ struct TWholeHost {
 /// Where files are in memory: a disk takes so long, and so differently long, to make a row durable that microseconds
 /// cannot be seen beside it.
 inline const std::filesystem::path MemoryFiles = "/dev/shm";
+
+/// What the masking of the call log, as a host gets it, leaves of the headers of every call here.
+inline constexpr const char* MaskedHeaders = "authorization: Bearer (hidden)";
 
 /// A log row's texts, in the order of the columns that AddToLog fills.
 using TLogRow = std::array<std::string, 8>;

@@ -102,8 +102,8 @@ double TBeamAPIHelper::DoubleOf(const TJSONValue* Value, std::string_view Name) 
 
 double TBeamAPIHelper::StrictDoubleOf(const TJSONValue* Value, std::string_view Name) {
   const std::string_view Text = TextOf(Value);
-  if (const std::optional<double> Number = TryParseFloat(Text)) return *Number;
-  if (const std::optional<double> Number = TryParseFloat(Trim(Text))) return *Number;
+  double Result = 0;
+  if (ParseFloat(Text, Result) || ParseFloat(Trim(Text), Result)) return Result;
   throw TBeamConversionError(std::string(Name) + " value >" + std::string(Text) + "< is not a floating point number");
 }
 

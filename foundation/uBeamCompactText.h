@@ -33,9 +33,11 @@ class OXSUPERAPI_EXPORT TBeamText {
   TBeamText(const Text& Content) : TBeamText() {
     Take(Content);
   }
-  TBeamText(const TBeamText& Other) {
-    std::memcpy(FBytes, Other.FBytes, sizeof FBytes);
-    if (IsLong()) TakeLong(Other.view());
+  TBeamText(const TBeamText& Other) : TBeamText() {
+    if (Other.IsLong())
+      TakeLong(Other.view());
+    else
+      std::memcpy(FBytes, Other.FBytes, sizeof FBytes);
   }
   TBeamText(TBeamText&& Other) noexcept : TBeamText() { Swap(Other); }
   TBeamText& operator=(TBeamText Other) noexcept {
@@ -74,7 +76,7 @@ class OXSUPERAPI_EXPORT TBeamText {
   /// Copies the text to `Out` in blocks of known size, so up to `CopySlack` bytes behind it are overwritten too. Gives
   /// the end of the text. @{
   static constexpr std::size_t CopySlack = 16;
-  char* CopyTo(char* Out) const noexcept {
+  [[gnu::always_inline]] char* CopyTo(char* Out) const noexcept {
     if (!IsLong()) {
       std::memcpy(Out, FBytes, sizeof FBytes);
       return Out + size();
@@ -120,12 +122,16 @@ class OXSUPERAPI_EXPORT TBeamText {
   static constexpr char MaxInPlace = 11;
   static constexpr char Long = 126, LongToEscape = 127;
 
+  // `Content` may refer into this text. @{
+  void Assign(std::string_view Content) { IsLong() ? Replace(Content) : Take(Content); }
+  void Replace(std::string_view Content);
+  // @}
+  // Of a text that owns no block. When memory ends it is as it was.
   void Take(std::string_view Content);
-  // What `Content` may refer into is released last.
-  void Assign(std::string_view Content) {
-    TBeamText Copy(Content);
-    Swap(Copy);
-  }
+  void TakeLong(std::string_view Content);
+  bool TakeShort(std::string_view Content) noexcept;
+  template <class Word>
+  bool TakeEnds(std::string_view Content) noexcept;
 
   constexpr bool IsLong() const noexcept { return FBytes[Tag] >= Long; }
   char* Block() const noexcept {
@@ -138,7 +144,6 @@ class OXSUPERAPI_EXPORT TBeamText {
     std::memcpy(&Result, Block(), sizeof Result);
     return Result;
   }
-  void TakeLong(std::string_view Content);
   void Release() noexcept;
   void Swap(TBeamText& Other) noexcept {
     char Bytes[sizeof FBytes];

@@ -25,10 +25,8 @@ inline char* TJSONTextWriter::Room(std::size_t Size) {
 
 // Comma, line break and blanks. The result has `Behind` bytes of room.
 inline char* TJSONTextWriter::StartItem(std::size_t Behind) {
-  const bool IsFirst = !FNest->StartItem();
-  char* Out = Room(SeparatorSize + FIndent + Behind);
-  char* const End = CopySeparator(Out, FIndent);
-  return IsFirst ? std::copy(Out + 1, End, Out) : End;
+  if (!FNest->IsOpen()) FNest->Open();
+  return CopySeparator(Room(SeparatorSize + FIndent + Behind), FIndent, FNest->StartItem());
 }
 
 // The same, and the name with its colon.

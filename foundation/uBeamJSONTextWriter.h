@@ -11,6 +11,7 @@
 #include "oxSuperAPI/foundation/uBeamJSONAddOperations.h"
 #include "oxSuperAPI/foundation/uBeamNumbers.h"
 #include "oxSuperAPI/host/uHostJson.h"
+#include "oxSuperAPI/host/uHostMemory.h"
 
 namespace oxSuperAPI {
 
@@ -22,7 +23,7 @@ class OXSUPERAPI_EXPORT TJSONTextCounter : public TJSONAddOperations<TJSONTextCo
 
   /// As the operations of TJSONTextWriter. @{
   void AppendString(TJSONName Name, std::string_view Text) { StartMember(Name, EscapedJSONSize(Text) + 2); }
-  void AppendString(TJSONName Name, const TBeamText& Text) {
+  [[gnu::always_inline]] void AppendString(TJSONName Name, const TBeamText& Text) {
     StartMember(Name, (Text.IsPlainJSON() ? Text.size() : EscapedJSONSize(Text)) + 2);
   }
   void AppendAmount(TJSONName Name, double Value) { StartMember(Name, FloatSize(Value) + 2); }
@@ -58,7 +59,7 @@ class OXSUPERAPI_EXPORT TJSONTextCounter : public TJSONAddOperations<TJSONTextCo
     FSize += Items == 0 ? 2 : 2 + (Items - 1) + 1 + 2 * FDepth;  // brackets, commas, and the last line
     return true;
   }
-  void StartMember(TJSONName Name, std::size_t Value) {
+  [[gnu::always_inline]] void StartMember(TJSONName Name, std::size_t Value) {
     StartItem(4 + (Name.IsPlain() ? Name.Text().size() : EscapedJSONSize(Name.Text())) + Value);
   }
   void StartItem(std::size_t Content) {
@@ -82,10 +83,12 @@ class OXSUPERAPI_EXPORT TJSONTextWriter : public TJSONAddOperations<TJSONTextWri
   /// Append without a look at the value: what the add operations end in. @{
   void AppendString(TJSONName Name, std::string_view Text);
   [[gnu::always_inline]] void AppendString(TJSONName Name, const TBeamText& Text) {
+    if (!FNest->IsOpen()) FNest->Open();
     if (!Text.IsPlainJSON() || !IsShort(Name, Text.size())) return AppendString(Name, Text.view());
     EndString(Text.CopyTo(StartString(Name)));
   }
   [[gnu::always_inline]] void AppendAmount(TJSONName Name, double Value) {
+    if (!FNest->IsOpen()) FNest->Open();
     if (!IsShort(Name, std::tuple_size_v<TBeamFloatText>)) return AppendLongAmount(Name, Value);
     EndString(WriteFloat(StartString(Name), Value));
   }
@@ -127,15 +130,11 @@ class OXSUPERAPI_EXPORT TJSONTextWriter : public TJSONAddOperations<TJSONTextWri
 
     void Open();
     void Close();
-    bool IsFilled() const { return FIsFilled; }
     bool IsOpen() const { return FIsOpen; }
     std::size_t Depth() const { return FDepth; }
 
-    // Before each member or element; true when it needs a comma.
-    bool StartItem() {
-      if (!FIsOpen) Open();
-      return std::exchange(FIsFilled, true);
-    }
+    // Before each member or element of an open one; true when it needs a comma.
+    bool StartItem() { return std::exchange(FIsFilled, true); }
 
    private:
     TJSONTextWriter& FWriter;
@@ -164,13 +163,13 @@ class OXSUPERAPI_EXPORT TJSONTextWriter : public TJSONAddOperations<TJSONTextWri
     if (Nest.IsOpen()) Nest.Close();
   }
 
-  // The short way of writing a member that is not the first of its object and needs no look at its bytes: everything
-  // of it is copied in blocks of known size, wanted or not, as the room behind it is written next.
+  // The short way of writing a member that needs no look at its bytes: everything of it is copied in blocks of known
+  // size, wanted or not, as the room behind it is written next.
   [[gnu::always_inline]] bool IsShort(TJSONName Name, std::size_t ValueSize) const {
-    return Name.IsPlain() && FNest->IsFilled() && FIndent + Name.Text().size() + ValueSize + Slack <= BlockSize - FUsed;
+    return Name.IsPlain() && FIndent + Name.Text().size() + ValueSize + Slack <= BlockSize - FUsed;
   }
   [[gnu::always_inline]] char* StartString(TJSONName Name) {
-    char* Out = CopySeparator(FBlock.data() + FUsed, FIndent);
+    char* Out = CopySeparator(FBlock.data() + FUsed, FIndent, FNest->StartItem());
     *Out++ = '"';
     std::memcpy(Out, Name.Text().data(), Name.Text().size());
     Out += Name.Text().size();
@@ -181,12 +180,13 @@ class OXSUPERAPI_EXPORT TJSONTextWriter : public TJSONAddOperations<TJSONTextWri
     *Out++ = '"';
     End(Out);
   }
-  // Overwrites SeparatorSize + Indent bytes.
-  static char* CopySeparator(char* Out, std::size_t Indent) {
-    std::memcpy(Out, Separator, SeparatorSize);
-    if (Indent > SeparatorSize - 2) [[unlikely]]
+  // Comma, line break and blanks. Overwrites SeparatorSize + Indent bytes.
+  [[gnu::always_inline]] static char* CopySeparator(char* Out, std::size_t Indent, bool WithComma) {
+    const std::size_t Left = WithComma ? 0 : 1;
+    std::memcpy(Out, Separator + Left, SeparatorSize);
+    if (Indent >= SeparatorSize - 2) [[unlikely]]
       std::memset(Out + SeparatorSize, ' ', Indent);
-    return Out + 2 + Indent;
+    return Out + 2 - Left + Indent;
   }
   void AppendLongAmount(TJSONName Name, double Value);
 
@@ -198,7 +198,7 @@ class OXSUPERAPI_EXPORT TJSONTextWriter : public TJSONAddOperations<TJSONTextWri
   void Flush();
 
   static constexpr std::size_t SeparatorSize = 32;
-  static constexpr char Separator[SeparatorSize + 1] = ",\n                              ";
+  static constexpr char Separator[SeparatorSize + 2] = ",\n                               ";
   static constexpr std::size_t BlockSize = 16 * 1024;
   static constexpr std::size_t Slack = SeparatorSize + 6 + TBeamText::CopySlack;
   static constexpr std::size_t LongText = BlockSize / 64;
@@ -218,7 +218,7 @@ std::string JSONText(const char* Brackets, Description Describe) {
   TJSONTextCounter Counter;
   Counter.Root(Describe);
   std::string Result;
-  Result.reserve(Counter.Size());
+  ReserveText(Result, Counter.Size());
   TJSONTextWriter Writer(Result);
   Writer.Add(nullptr, TAddNested::Always, Brackets, Describe);
   Writer.Flush();

@@ -29,6 +29,8 @@ OXSUPERAPI_EXPORT std::size_t FloatSize(double Value);
 /// The whole of `Text` as a number: digits with an optional sign, fraction and exponent. No blanks, no "inf" or "nan",
 /// no hexadecimal; none when out of range.
 OXSUPERAPI_EXPORT std::optional<double> TryParseFloat(std::string_view Text);
+/// The same, into `Out`, which is left alone when there is none; for where many are read.
+OXSUPERAPI_EXPORT bool ParseFloat(std::string_view Text, double& Out);
 /// The whole of `Text` as a decimal integer with an optional sign; none when it does not fit into 32 bits.
 OXSUPERAPI_EXPORT std::optional<std::int32_t> TryParseInteger(std::string_view Text);
 /// The same, 0 when it is not an integer.

@@ -1,97 +1,64 @@
 #include "oxSuperAPI/host/uHostJson.h"
 
-#include "oxSuperAPI/host/uHostJsonBlock.h"
-
 #include "oxSuperAPI/host/uHostJsonEscaping.h"
 
 namespace oxSuperAPI {
 
 TJSONObject& TJSONObject::operator=(TJSONObject&& Other) noexcept {
   // What Other holds may live inside this object, so it is taken out before anything is released.
-  TJSONBlock::Release(std::exchange(FBlock, std::exchange(Other.FBlock, nullptr)));
+  const TJSONContent Taken = std::exchange(Other.FContent, TJSONObject().FContent);
+  TJSONBlock::Release(std::exchange(FContent, Taken).Pointer<TJSONBlock>());
   return *this;
 }
 
 TJSONObject::~TJSONObject() {
-  TJSONBlock::Release(FBlock);
+  if (FContent.OwnsMemory()) TJSONBlock::Release(Block());
 }
 
 TJSONValue& TJSONObject::Append(std::string_view Name, TJSONValue Value) {
   TJSONValue OwnName(Name);  // before the block moves: the name may be one of its own
-  TJSONBlock::Reserve(FBlock, 2);
-  FBlock->Add(std::move(OwnName));
-  return FBlock->Add(std::move(Value));
-}
-
-const TJSONValue* TJSONObject::Find(const TJSONKey& Key) const {
-  for (const TJSONPair& Member : Members())
-    if (Member.FName.FContent.IsNamed(Key)) return &Member.FValue;
-  return nullptr;
-}
-
-std::span<const TJSONPair> TJSONObject::Members() const {
-  static_assert(sizeof(TJSONPair) == 2 * sizeof(TJSONValue));
-  return {FBlock ? reinterpret_cast<const TJSONPair*>(FBlock->Values()) : nullptr, Count()};
-}
-
-std::size_t TJSONObject::Count() const {
-  return FBlock ? FBlock->Count / 2 : 0;
+  TJSONBlock* const Mine = Block() ? Block()->Grown() : TJSONBlock::MakeObject(1);
+  FContent = TJSONContent(TJSONKind::Object, Mine, true);
+  return Mine->Add(OwnName.Take(), Value.Take());
 }
 
 TJSONArray& TJSONArray::operator=(TJSONArray&& Other) noexcept {
-  TJSONBlock::Release(std::exchange(FBlock, std::exchange(Other.FBlock, nullptr)));
+  const TJSONContent Taken = std::exchange(Other.FContent, TJSONArray().FContent);
+  TJSONBlock::Release(std::exchange(FContent, Taken).Pointer<TJSONBlock>());
   return *this;
 }
 
 TJSONArray::~TJSONArray() {
-  TJSONBlock::Release(FBlock);
+  if (FContent.OwnsMemory()) TJSONBlock::Release(Block());
 }
 
 TJSONValue& TJSONArray::Append(TJSONValue Value) {
-  TJSONBlock::Reserve(FBlock, 1);
-  return FBlock->Add(std::move(Value));
+  TJSONBlock* const Mine = Block() ? Block()->Grown() : TJSONBlock::MakeArray(1);
+  FContent = TJSONContent(TJSONKind::Array, Mine, true);
+  return Mine->Add(Value.Take());
 }
 
 const TJSONValue* TJSONArray::At(std::size_t Index) const {
-  return Index < Count() ? FBlock->Values() + Index : nullptr;
+  return Index < Count() ? Block()->Values() + Index : nullptr;
 }
 
 std::span<const TJSONValue> TJSONArray::Elements() const {
-  return {FBlock ? FBlock->Values() : nullptr, Count()};
-}
-
-std::size_t TJSONArray::Count() const {
-  return FBlock ? FBlock->Count : 0;
+  return {Block() ? Block()->Values() : nullptr, Count()};
 }
 
 TJSONValue& TJSONValue::operator=(TJSONValue&& Other) noexcept {
   // As with containers: Other may live inside this value. What was here goes with the temporary.
-  TJSONValue Content(std::move(Other));
-  std::swap(FContent, Content.FContent);
+  const TJSONContent Taken = Other.Take();
+  TJSONValue Old(Take());
+  Hold(Taken);
   return *this;
 }
 
 void TJSONValue::Release() noexcept {
   if (Kind() == TJSONKind::Array || Kind() == TJSONKind::Object)
-    TJSONBlock::Release(FContent.Pointer<TJSONBlock>());
+    TJSONBlock::Release(Content().Pointer<TJSONBlock>());
   else
-    delete[] FContent.Pointer<char>();
-}
-
-const TJSONValue* TJSONMemberFinder::FindElsewhere(const TJSONKey& Key) {
-  const auto HashOf = [this](std::size_t At) { return FMembers[At].FName.FContent.Hash(); };
-  if (!std::exchange(FKnowsAll, true)) {
-    FMayHold = {};
-    for (std::size_t At = 0; At < FMembers.size(); ++At) FMayHold[HashOf(At) >> 56] = true;
-  }
-  const std::uint64_t Hash = Key.Hash();
-  if (!FMayHold[Hash >> 56]) return nullptr;
-  // A name that is not among those passed has its first member from here on.
-  std::size_t At = FPassed.MayHold(Hash) ? 0 : FNext;
-  while (At < FMembers.size() && !IsNamed(At, Key)) ++At;
-  if (At == FMembers.size()) return nullptr;
-  for (; FNext <= At; ++FNext) FPassed.Add(HashOf(FNext));
-  return &FMembers[At].Value();
+    delete[] Content().Pointer<char>();
 }
 
 namespace {
@@ -126,8 +93,9 @@ class TPrinter {
   void Enclose(char Open, char Close, const List& Items, PrintOne PrintItem) {
     if (++FDepth > MaxJSONDepth) throw TBeamError("The JSON value is nested too deeply to be written");
     FOut += Open;
+    bool IsFirst = true;
     for (const auto& Item : Items) {
-      if (&Item != &Items.front()) FOut += ',';
+      if (!std::exchange(IsFirst, false)) FOut += ',';
       StartLine();
       PrintItem(Item);
     }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <array>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <optional>
 #include <span>
 #include <string>
@@ -12,13 +12,13 @@
 #include <utility>
 
 #include "oxSuperAPI/host/uBeamError.h"
+#include "oxSuperAPI/host/uHostJsonBlock.h"
 #include "oxSuperAPI/host/uHostJsonContent.h"
 
 namespace oxSuperAPI {
 
+class TJSONMembers;
 class TJSONValue;
-class TJSONPair;
-struct TJSONBlock;
 
 /// Deeper nesting neither parses nor prints: everything that walks a tree recurses.
 inline constexpr std::size_t MaxJSONDepth = 512;
@@ -28,8 +28,8 @@ inline constexpr std::size_t MaxJSONDepth = 512;
 class OXSUPERAPI_EXPORT TJSONObject {
  public:
   /// Movable, not copyable: a tree has one owner. @{
-  TJSONObject() = default;
-  TJSONObject(TJSONObject&& Other) noexcept : FBlock(std::exchange(Other.FBlock, nullptr)) {}
+  TJSONObject() : FContent(TJSONKind::Object, nullptr, true) {}
+  TJSONObject(TJSONObject&& Other) noexcept : FContent(std::exchange(Other.FContent, TJSONObject().FContent)) {}
   TJSONObject& operator=(TJSONObject&& Other) noexcept;
   ~TJSONObject();
   /// @}
@@ -37,27 +37,31 @@ class OXSUPERAPI_EXPORT TJSONObject {
   /// Appends a member, whether or not one of that name exists. The name is copied. The reference holds until the next
   /// Append.
   TJSONValue& Append(std::string_view Name, TJSONValue Value);
-  /// The first member of exactly this name, or null. Borrowed from this object.
+  /// The first member of exactly this name, or null. Borrowed from this object. At once in an object that was parsed,
+  /// of up to TJSONNames::MaxIndexed members and below the root; elsewhere one name after the other is looked at.
   const TJSONValue* Find(const TJSONKey& Key) const;
 
   /// The members in order, repeated names included. Borrowed from this object until the next Append. @{
-  std::span<const TJSONPair> Members() const;
-  std::size_t Count() const;
+  TJSONMembers Members() const;
+  std::size_t Count() const { return Block() ? Block()->Count : 0; }
   bool IsEmpty() const { return Count() == 0; }
   /// @}
 
  private:
+  friend class TJSONMemberFinder;
   friend class TJSONValue;
-  friend class TJSONTreeBuilder;
-  TJSONBlock* FBlock = nullptr;
+  explicit TJSONObject(const TJSONContent& Content) : FContent(Content) {}
+  TJSONBlock* Block() const { return FContent.Pointer<TJSONBlock>(); }
+
+  TJSONContent FContent;
 };
 
 /// A JSON array.
 class OXSUPERAPI_EXPORT TJSONArray {
  public:
   /// Movable, not copyable: a tree has one owner. @{
-  TJSONArray() = default;
-  TJSONArray(TJSONArray&& Other) noexcept : FBlock(std::exchange(Other.FBlock, nullptr)) {}
+  TJSONArray() : FContent(TJSONKind::Array, nullptr, true) {}
+  TJSONArray(TJSONArray&& Other) noexcept : FContent(std::exchange(Other.FContent, TJSONArray().FContent)) {}
   TJSONArray& operator=(TJSONArray&& Other) noexcept;
   ~TJSONArray();
   /// @}
@@ -69,14 +73,16 @@ class OXSUPERAPI_EXPORT TJSONArray {
 
   /// The elements in order. Borrowed from this array until the next Append. @{
   std::span<const TJSONValue> Elements() const;
-  std::size_t Count() const;
+  std::size_t Count() const { return Block() ? Block()->Count : 0; }
   bool IsEmpty() const { return Count() == 0; }
   /// @}
 
  private:
   friend class TJSONValue;
-  friend class TJSONTreeBuilder;
-  TJSONBlock* FBlock = nullptr;
+  explicit TJSONArray(const TJSONContent& Content) : FContent(Content) {}
+  TJSONBlock* Block() const { return FContent.Pointer<TJSONBlock>(); }
+
+  TJSONContent FContent;
 };
 
 /// A number as it stood in its document ("3599", "1.50", "1E5"): the tree never passes a number through a double, so
@@ -92,24 +98,24 @@ struct TJSONNumber {
 /// is below a value is handed out as `const` and may share memory with it: it cannot be moved away from there.
 class OXSUPERAPI_EXPORT TJSONValue {
  public:
-  TJSONValue() = default;  ///< null
+  TJSONValue() : FPlain{} {}  ///< null
   /// A value of the argument's kind. A text is copied (std::length_error for 4 GiB and more), a container taken over.
   /// A `const char*` is refused: it would become a boolean. @{
-  explicit TJSONValue(std::same_as<bool> auto Value) : FContent(Value ? TJSONKind::True : TJSONKind::False) {}
-  explicit TJSONValue(std::string_view Value) : FContent(TJSONContent::Owning(TJSONKind::String, Value)) {}
+  explicit TJSONValue(std::same_as<bool> auto Value) : FPlain{Value ? TJSONKind::True : TJSONKind::False} {}
+  explicit TJSONValue(std::string_view Value) : FPlain{TJSONContent::Owning(TJSONKind::String, Value)} {}
   explicit TJSONValue(const char* Value) = delete;  // would become a boolean
-  explicit TJSONValue(TJSONNumber Value) : FContent(TJSONContent::Owning(TJSONKind::Number, Value.Text)) {}
-  explicit TJSONValue(TJSONArray Value) : FContent(TJSONKind::Array, std::exchange(Value.FBlock, nullptr), true) {}
-  explicit TJSONValue(TJSONObject Value) : FContent(TJSONKind::Object, std::exchange(Value.FBlock, nullptr), true) {}
-  TJSONValue(TJSONValue&& Other) noexcept : FContent(std::exchange(Other.FContent, {})) {}
+  explicit TJSONValue(TJSONNumber Value) : FPlain{TJSONContent::Owning(TJSONKind::Number, Value.Text)} {}
+  explicit TJSONValue(TJSONArray Value) : FArray(std::move(Value)) {}
+  explicit TJSONValue(TJSONObject Value) : FObject(std::move(Value)) {}
+  TJSONValue(TJSONValue&& Other) noexcept : TJSONValue(Other.Take()) {}
   TJSONValue& operator=(TJSONValue&& Other) noexcept;
   ~TJSONValue() {
-    if (FContent.OwnsMemory()) Release();
+    if (Content().OwnsMemory()) Release();
   }
   /// @}
 
   /// What it is; null when built from nothing. @{
-  TJSONKind Kind() const { return FContent.Kind(); }
+  TJSONKind Kind() const { return Content().Kind(); }
   bool IsNull() const { return Kind() == TJSONKind::Null; }
   /// @}
 
@@ -120,85 +126,121 @@ class OXSUPERAPI_EXPORT TJSONValue {
     return Kind() == TJSONKind::True;
   }
   std::optional<std::string_view> AsString() const {
-    return Kind() == TJSONKind::String ? std::optional(FContent.Text()) : std::nullopt;
+    return Kind() == TJSONKind::String ? std::optional(Content().Text()) : std::nullopt;
   }
   std::optional<TJSONNumber> AsNumber() const {
-    return Kind() == TJSONKind::Number ? std::optional(TJSONNumber{FContent.Text()}) : std::nullopt;
+    return Kind() == TJSONKind::Number ? std::optional(TJSONNumber{Content().Text()}) : std::nullopt;
   }
-  const TJSONArray* AsArray() const { return Inside<const TJSONArray>(this, TJSONKind::Array); }
-  const TJSONObject* AsObject() const { return Inside<const TJSONObject>(this, TJSONKind::Object); }
-  TJSONArray* AsArray() { return Inside<TJSONArray>(this, TJSONKind::Array); }
-  TJSONObject* AsObject() { return Inside<TJSONObject>(this, TJSONKind::Object); }
+  const TJSONArray* AsArray() const { return Kind() == TJSONKind::Array ? &FArray : nullptr; }
+  const TJSONObject* AsObject() const { return Kind() == TJSONKind::Object ? &FObject : nullptr; }
+  TJSONArray* AsArray() { return Kind() == TJSONKind::Array ? &FArray : nullptr; }
+  TJSONObject* AsObject() { return Kind() == TJSONKind::Object ? &FObject : nullptr; }
   /// @}
 
  private:
-  friend class TJSONPair;
-  friend class TJSONMemberFinder;
+  friend class TJSONArray;
   friend class TJSONObject;
   friend class TJSONTreeBuilder;
   friend struct TJSONBlock;
 
-  explicit TJSONValue(const TJSONContent& Content) : FContent(Content) {}
-  // A container begins with its block, as its content does.
-  template <class Container>
-  static Container* Inside(auto* Value, TJSONKind Kind) {
-    return Value->Kind() == Kind ? reinterpret_cast<Container*>(Value) : nullptr;
+  // Takes over what the content owns.
+  explicit TJSONValue(const TJSONContent& Content) noexcept { Hold(Content); }
+  void Hold(const TJSONContent& Content) noexcept {
+    if (Content.Kind() == TJSONKind::Array)
+      new (&FArray) TJSONArray(Content);
+    else if (Content.Kind() == TJSONKind::Object)
+      new (&FObject) TJSONObject(Content);
+    else
+      new (&FPlain) TPlain{Content};
+  }
+  // All three begin alike, so this may be read whichever it is.
+  const TJSONContent& Content() const { return FPlain.Content; }
+  // With what it owns; this is null then.
+  TJSONContent Take() noexcept {
+    const TJSONContent Result = Content();
+    Hold({});
+    return Result;
   }
   void Release() noexcept;
 
-  TJSONContent FContent;
+  struct TPlain {
+    TJSONContent Content;
+  };
+  union {
+    TPlain FPlain;
+    TJSONArray FArray;
+    TJSONObject FObject;
+  };
 };
+static_assert(sizeof(TJSONValue) == sizeof(TJSONContent));
 
-/// A member of an object.
+/// A member of an object. Refers to it.
 class TJSONPair {
  public:
+  /// The member of a block at `Index`.
+  TJSONPair(TJSONBlock* Block, std::size_t Index)
+      : FName(Block->Names->List() + Index), FValue(Block->Values() + Index) {}
+
   /// The name as read, unescaped, and its value. Borrowed from the object. @{
-  std::string_view Name() const { return FName.FContent.Text(); }
-  const TJSONValue& Value() const { return FValue; }
+  std::string_view Name() const { return FName->Text(); }
+  const TJSONValue& Value() const { return *FValue; }
   /// @}
 
  private:
-  friend class TJSONObject;
-  friend class TJSONMemberFinder;
-  TJSONValue FName;
-  TJSONValue FValue;
+  const TJSONContent* FName;
+  const TJSONValue* FValue;
 };
 
-/// Finds members of one object by name, exactly as `TJSONObject::Find` does, and at once as long as they are asked for
-/// in the order in which they stand.
-class OXSUPERAPI_EXPORT TJSONMemberFinder {
+/// The members of an object, to be gone through. Refers to it.
+class TJSONMembers {
  public:
-  /// In nothing when `Object` is null. The object has to outlive the finder and stay as it is.
-  explicit TJSONMemberFinder(const TJSONObject* Object) {
-    if (Object) FMembers = Object->Members();
-  }
-  /// The first member of that name, or null. Borrowed from the object.
-  [[gnu::always_inline]] const TJSONValue* Find(const TJSONKey& Key) {  // so that the key of a literal is constants
-    if (FNext == FMembers.size() || !IsNamed(FNext, Key)) return FindElsewhere(Key);
-    const std::uint64_t Hash = Key.Hash();
-    if (FPassed.MayHold(Hash)) return FindElsewhere(Key);  // then this may be a repetition
-    FPassed.Add(Hash);
-    return &FMembers[FNext++].Value();
-  }
+  /// From one to the next.
+  class TIterator {
+   public:
+    /// As the standard library asks of an input iterator. @{
+    using value_type = TJSONPair;
+    using difference_type = std::ptrdiff_t;
 
- private:
-  // Which names are in a set: one of 256 bits each, which they may share.
-  struct TNames {
-    std::array<std::uint64_t, 4> Bits{};
-    void Add(std::uint64_t Hash) { Bits[Hash >> 62] |= Bit(Hash); }
-    bool MayHold(std::uint64_t Hash) const { return (Bits[Hash >> 62] & Bit(Hash)) != 0; }
-    static std::uint64_t Bit(std::uint64_t Hash) { return std::uint64_t{1} << (Hash >> 56 & 63); }
+    TIterator(TJSONBlock* Block, std::size_t Index) : FBlock(Block), FIndex(Index) {}
+    TJSONPair operator*() const { return {FBlock, FIndex}; }
+    TIterator& operator++() {
+      ++FIndex;
+      return *this;
+    }
+    TIterator operator++(int) { return {FBlock, FIndex++}; }
+    bool operator==(const TIterator&) const = default;
+    /// @}
+
+   private:
+    TJSONBlock* FBlock;
+    std::size_t FIndex;
   };
 
-  bool IsNamed(std::size_t At, const TJSONKey& Key) const { return FMembers[At].FName.FContent.IsNamed(Key); }
-  const TJSONValue* FindElsewhere(const TJSONKey& Key);
+  /// The members of a block; of null there are none.
+  explicit TJSONMembers(TJSONBlock* Block) : FBlock(Block) {}
 
-  std::span<const TJSONPair> FMembers;
-  std::size_t FNext = 0;           // behind the last one found
-  TNames FPassed;                  // those before FNext
-  std::array<bool, 256> FMayHold;  // the same of all names, once they were asked for
-  bool FKnowsAll = false;
+  /// As of a std::span. @{
+  std::size_t size() const { return FBlock ? FBlock->Count : 0; }
+  bool empty() const { return size() == 0; }
+  TJSONPair operator[](std::size_t Index) const { return {FBlock, Index}; }
+  TIterator begin() const { return {FBlock, 0}; }
+  TIterator end() const { return {FBlock, size()}; }
+  /// @}
+
+ private:
+  TJSONBlock* FBlock;
 };
+
+inline TJSONMembers TJSONObject::Members() const {
+  return TJSONMembers(Block());
+}
+
+[[gnu::always_inline]] inline const TJSONValue* TJSONObject::Find(const TJSONKey& Key) const {
+  TJSONBlock* const Mine = Block();
+  if (!Mine) return nullptr;
+  const std::size_t At = Mine->Names->Find(Key, Mine->Count);
+  return At < Mine->Count ? Mine->Values() + At : nullptr;
+}
 
 /// How JSON text is laid out. `Compact` has no blanks at all; `Pretty` puts every member and element on a line of its
 /// own, indented by two blanks a level, LF between lines, and one blank behind each colon.

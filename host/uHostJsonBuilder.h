@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -13,7 +14,7 @@ class TJSONStore;
 
 /// Builds a tree from what a JSON reader meets, one operation each, in the order of the text. Much quicker than a tree
 /// that is appended to, and smaller: what is below the root is allocated in large pieces and freed at once, every
-/// container gets room for what it holds, and long names that repeat are kept once.
+/// container gets room for what it holds, and objects with the same names keep them once.
 ///
 /// Each operation is false, and changes nothing, where JSON has no place for it (a value without a name in an object, a
 /// second root, an end of what was not begun) and where the nesting would exceed MaxJSONDepth. Texts are copied, as by
@@ -44,22 +45,33 @@ class OXSUPERAPI_EXPORT TJSONTreeBuilder {
   std::unique_ptr<TJSONValue> Take();
 
  private:
+  enum class TAwaited : std::uint8_t { Value, Name, Nothing };
   struct TOpen {
     TJSONKind Kind;
-    std::size_t First;
+    std::size_t FirstValue;
+    std::size_t FirstName;
   };
-  bool AwaitsName() const;
-  bool AwaitsValue() const;
+  struct TKnownList {
+    TJSONNames* Names = nullptr;
+    std::size_t Count = 0;
+  };
   bool PutText(TJSONKind Kind, std::string_view Text);
   bool Put(const TJSONContent& Content);
   bool Begin(TJSONKind Kind);
   bool End(TJSONKind Kind);
+  void Enter();
   TJSONContent KnownName(std::string_view Text);
+  TJSONNames* KnownList(std::span<const TJSONContent> Names);
 
-  std::vector<TJSONContent> FPending;  // of the open containers: elements, or names and values by turns
+  // Of the open containers: values, and the names of members.
+  std::vector<TJSONContent> FValues, FNames;
   std::vector<TOpen> FOpen;
+  // What comes next (an end may come for any but the value of a name), and what comes behind a value.
+  TAwaited FAwaited = TAwaited::Value, FBehindValue = TAwaited::Nothing;
   std::unique_ptr<TJSONStore> FStore;
-  std::vector<TJSONContent> FKnownNames;  // long ones, by hash
+  // Tables by hash, of long names and of lists of names.
+  std::vector<TJSONContent> FKnownNames;
+  std::vector<TKnownList> FKnownLists;
 };
 
 }  // namespace oxSuperAPI

@@ -47,22 +47,19 @@ class OXSUPERAPI_EXPORT TJSONContent {
   template <class Target>
   Target* Pointer() const {
     Target* Result = nullptr;
-    std::memcpy(&Result, FBytes.data(), sizeof(Result));
+    std::memcpy(&Result, FWords.data(), sizeof(Result));
     return Result;
   }
 
   /// The text of a string or number. May refer into this object.
   std::string_view Text() const {
-    if (!(Tag() & IsOutside)) return {FBytes.data(), Tag() >> SizeShift};
-    return {Pointer<const char>(), static_cast<std::uint32_t>(Words()[1] >> PayloadShift)};
+    if (!(Tag() & IsOutside)) return {reinterpret_cast<const char*>(FWords.data()), Tag() >> SizeShift};
+    return {Pointer<const char>(), static_cast<std::uint32_t>(FWords[1] >> PayloadShift)};
   }
   /// Whether it is a member's name, and which.
   bool IsNamed(const TJSONKey& Key) const;
   /// The same number for equal texts, and seldom for others.
-  std::uint64_t Hash() const {
-    const TWords Mine = Words();
-    return HashOf({Tag() & IsOutside ? 0 : Mine[0], Mine[1]});
-  }
+  std::uint64_t Hash() const { return HashOf({Tag() & IsOutside ? 0 : FWords[0], FWords[1]}); }
 
  private:
   friend class TJSONKey;
@@ -78,7 +75,7 @@ class OXSUPERAPI_EXPORT TJSONContent {
 
   // Made as two words at once: bytes that are written one by one and then read as words cost more than all the rest.
   TJSONContent(std::uint64_t First, std::uint64_t Second, unsigned Tag)
-      : FBytes(std::bit_cast<std::array<char, 16>>(TWords{First, Second | std::uint64_t{Tag} << TagShift})) {}
+      : FWords{First, Second | std::uint64_t{Tag} << TagShift} {}
 
   static TJSONContent Inside(unsigned Tag, std::string_view Text) {
     const TWords Words = WordsInside(Text);
@@ -140,10 +137,9 @@ class OXSUPERAPI_EXPORT TJSONContent {
   }
 
   static constexpr unsigned TagOf(TJSONKind Kind) { return static_cast<unsigned>(Kind); }
-  unsigned Tag() const { return static_cast<unsigned char>(FBytes[15]); }
-  TWords Words() const { return std::bit_cast<TWords>(FBytes); }
+  unsigned Tag() const { return static_cast<unsigned>(FWords[1] >> TagShift & 0xFF); }
 
-  alignas(std::uint64_t) std::array<char, 16> FBytes;
+  TWords FWords;
 };
 static_assert(sizeof(TJSONContent) == 16 && sizeof(void*) <= 8);
 
@@ -155,17 +151,20 @@ class TJSONKey {
   consteval TJSONKey(const char (&Literal)[Size]) : TJSONKey(std::string_view(Literal, Size - 1), true) {}
   template <class Name>
   requires(std::convertible_to<const Name&, std::string_view> && !std::is_array_v<Name>) TJSONKey(const Name& Text)
-      : TJSONKey(std::string_view(Text), true) {}
+      : TJSONKey(std::string_view(Text), false) {}
   /// @}
 
   /// The name, and a number that is the same for equal names and seldom for others. @{
   constexpr std::string_view Text() const { return FText; }
   constexpr std::uint64_t Hash() const { return TJSONContent::HashOf(FWords); }
   /// @}
+  /// Whether the text is a literal, which no other text can ever have the address of.
+  constexpr bool IsLiteral() const { return FIsLiteral; }
 
  private:
   friend class TJSONContent;
-  constexpr TJSONKey(std::string_view Name, bool) : FText(Name), FWords(WordsOf(Name)) {}
+  constexpr TJSONKey(std::string_view Name, bool IsLiteral)
+      : FText(Name), FWords(WordsOf(Name)), FIsLiteral(IsLiteral) {}
   static constexpr TJSONContent::TWords WordsOf(std::string_view Name) {
     unsigned Tag = TJSONContent::TagOf(TJSONKind::String);
     TJSONContent::TWords Words{};
@@ -183,12 +182,13 @@ class TJSONKey {
 
   std::string_view FText;
   TJSONContent::TWords FWords;  // as in the content of that text, but for its pointer
+  bool FIsLiteral;
 };
 
 inline bool TJSONContent::IsNamed(const TJSONKey& Key) const {
-  const TWords Mine = Words();  // characters and size, or pointer, size and samples
-  if (TJSONKey::IsInside(Key.FText)) return Mine == Key.FWords;
-  return (Mine[1] & IgnoredOwner) == Key.FWords[1] &&
+  // Characters and size, or pointer, size and samples.
+  if (TJSONKey::IsInside(Key.FText)) return FWords[0] == Key.FWords[0] && FWords[1] == Key.FWords[1];
+  return (FWords[1] & IgnoredOwner) == Key.FWords[1] &&
          std::memcmp(Pointer<const char>(), Key.FText.data(), Key.FText.size()) == 0;
 }
 

@@ -1,5 +1,7 @@
 #include "oxSuperAPI/host/uHostStrings.h"
 
+#include "oxSuperAPI/host/uHostMemory.h"
+
 namespace oxSuperAPI {
 
 void TStringList::SetText(std::string Text) {
@@ -21,7 +23,7 @@ std::string TStringList::Text() const {
   std::size_t Size = 0;
   for (const std::string& Line : FLines) Size += Line.size() + 2;
   std::string Result;
-  Result.reserve(Size);
+  ReserveText(Result, Size);
   for (const std::string& Line : FLines) {
     if (&Line != &FLines.front()) Result += "\r\n";
     Result += Line;

@@ -53,9 +53,9 @@ void TBeamContributionDetail::LoadFromJsonObject(TJSONView Source) {
   if (!Source.Object()) return;
   const TBeamRecordReader Json(Source);
   Json.Object("contributionDetail", [&](const TBeamRecordReader& Detail) {
-    Detail.Array("employers", [&](const TJSONObject& Employer) {
+    Detail.Array("employers", [&](const TBeamRecordReader& Employer) {
       auto Child = std::make_shared<TBeamContributionEmployer>();
-      Child->LoadFromJsonObject(Employer);
+      Child->Read(Employer);
       AddContributionEmployer(std::move(Child));
     });
     Detail.Object("participantDetail", [&](const TBeamRecordReader& Participant) {

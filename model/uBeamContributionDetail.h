@@ -50,13 +50,15 @@ class OXSUPERAPI_EXPORT TBeamContributionFund {
   std::size_t GetMemberContributionCount() const { return FMembers.size(); }
   /// @}
 
-  /// The wire form, both ways: a tree that the caller owns, or pretty-printed text. `Write` serves either sink. @{
+  /// The wire form, both ways: a tree that the caller owns, or pretty-printed text. `Write` serves either sink, `Read`
+  /// is what loading does with an object. @{
   std::unique_ptr<TJSONObject> GetAsJsonObject() const;
   std::string GetAsJsonString() const;
   void LoadFromJsonObject(TJSONView Source);
 
   template <class Sink>
   void Write(Sink& Json) const;
+  void Read(const TBeamRecordReader& Json);
   /// @}
 
  private:
@@ -89,13 +91,15 @@ class OXSUPERAPI_EXPORT TBeamContributionEmployer {
   std::size_t GetContributionFundCount() const { return FFunds.size(); }
   /// @}
 
-  /// The wire form, both ways: a tree that the caller owns, or pretty-printed text. `Write` serves either sink. @{
+  /// The wire form, both ways: a tree that the caller owns, or pretty-printed text. `Write` serves either sink, `Read`
+  /// is what loading does with an object. @{
   std::unique_ptr<TJSONObject> GetAsJsonObject() const;
   std::string GetAsJsonString() const;
   void LoadFromJsonObject(TJSONView Source);
 
   template <class Sink>
   void Write(Sink& Json) const;
+  void Read(const TBeamRecordReader& Json);
   /// @}
 
  private:

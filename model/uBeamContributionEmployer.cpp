@@ -26,8 +26,10 @@ void TBeamContributionEmployer::Write(Sink& Json) const {
 }
 
 void TBeamContributionEmployer::LoadFromJsonObject(TJSONView Source) {
-  if (!Source.Object()) return;
-  const TBeamRecordReader Json(Source);
+  if (Source.Object()) Read(TBeamRecordReader(Source));
+}
+
+void TBeamContributionEmployer::Read(const TBeamRecordReader& Json) {
   Json.Object("employerDetail", [&](const TBeamRecordReader& Detail) {
     Detail.Object("businessIdentifier", [&](const TBeamRecordReader& Identifier) {
       employerDetail.businessIdentifierType = Identifier.Text("businessIdentifierType");
@@ -39,9 +41,9 @@ void TBeamContributionEmployer::LoadFromJsonObject(TJSONView Source) {
     Detail.FillTable("phoneNumbers", employerDetail.phoneNumbers, ReadPhoneNumber);  // kept: not emptied first
   });
   employerTransactionContextId = Json.Text("employerTransactionContextId");
-  Json.Array("funds", [&](const TJSONObject& Fund) {
+  Json.Array("funds", [&](const TBeamRecordReader& Fund) {
     auto Child = std::make_shared<TBeamContributionFund>();
-    Child->LoadFromJsonObject(Fund);
+    Child->Read(Fund);
     AddContributionFund(std::move(Child));
   });
 }

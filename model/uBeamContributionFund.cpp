@@ -32,8 +32,10 @@ void TBeamContributionFund::Write(Sink& Json) const {
 }
 
 void TBeamContributionFund::LoadFromJsonObject(TJSONView Source) {
-  if (!Source.Object()) return;
-  const TBeamRecordReader Json(Source);
+  if (Source.Object()) Read(TBeamRecordReader(Source));
+}
+
+void TBeamContributionFund::Read(const TBeamRecordReader& Json) {
   fundEmployerNumber = Json.Text("fundEmployerNumber");
   Json.Object("fundIdentifier", [&](const TBeamRecordReader& Identifier) {
     ABN = Identifier.Text("abn");
@@ -41,9 +43,9 @@ void TBeamContributionFund::LoadFromJsonObject(TJSONView Source) {
   });
   fundTransactionContextId = Json.Text("fundTransactionContextId");
   isDefaultFund = Json.Boolean("isDefaultFund");
-  Json.Array("members", [&](const TJSONObject& Member) {
+  Json.Array("members", [&](const TBeamRecordReader& Member) {
     auto Child = std::make_shared<TBeamMemberContribution>();
-    Child->LoadFromJsonObject(Member);
+    Child->Read(Member);
     AddMemberContribution(std::move(Child));
   });
   organisationName = Json.Text("organisationName");

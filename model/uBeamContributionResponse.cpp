@@ -84,16 +84,16 @@ void TBeamContributionResponse::LoadFromJSONObject(TJSONView Source) {
   if (Json.Has("processId")) processId = Json.Text("processId");
   if (Json.Has("status")) status = Json.Text("status");
   if (Json.Has("hasErrors")) hasErrors = Json.Boolean("hasErrors");
-  const auto ReadPayment = [&](const TJSONObject& Payment) {
+  const auto ReadPayment = [&](const TBeamRecordReader& Payment) {
     auto Child = std::make_shared<TBeamSuperPayment>();
-    Child->LoadFromJSONObject(Payment);
+    Child->LoadFromJSONObject(Payment.Source());
     AddPayment(std::move(Child));
   };
   if (!Json.ArrayAnywhere("payments", ReadPayment)) Json.ArrayAnywhere("paymentInstructions", ReadPayment);
   if (Json.Has("processed")) processed = Json.Boolean("processed");
-  Json.ArrayAnywhere("validations", [&](const TJSONObject& Finding) {
+  Json.ArrayAnywhere("validations", [&](const TBeamRecordReader& Finding) {
     auto Child = std::make_shared<TBeamSuperValidation>();
-    Child->LoadFromJSONObject(Finding);
+    Child->LoadFromJSONObject(Finding.Source());
     AddValidation(std::move(Child));
   });
   if (Json.Has("version")) version = Json.Text("version");

@@ -104,10 +104,12 @@ void TBeamMemberContribution::Write(Sink& Json) const {
   Json.AddPair("weeklyHoursWorked", weeklyHoursWorked);
 }
 
-// The order decides which fields have their new values when a number is refused.
 void TBeamMemberContribution::LoadFromJsonObject(TJSONView Source) {
-  if (!Source.Object()) return;
-  const TBeamRecordReader Json(Source);
+  if (Source.Object()) Read(TBeamRecordReader(Source));
+}
+
+// The order decides which fields have their new values when a number is refused.
+void TBeamMemberContribution::Read(const TBeamRecordReader& Json) {
   Json.Object("address", [&](const TBeamRecordReader& Address) { address.Read(Address); });
   annualSalaryContributionsEndDate = Json.Text("annualSalaryContributionsEndDate");
   annualSalaryContributionsStartDate = Json.Text("annualSalaryContributionsStartDate");

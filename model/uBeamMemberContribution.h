@@ -168,9 +168,11 @@ class OXSUPERAPI_EXPORT TBeamMemberContribution {
   /// missing or malformed (only `annualSalaryForBenefits` may be missing); fields read before keep their new values.
   void LoadFromJsonObject(TJSONView Source);
 
-  /// The description of the JSON, for any sink (TJSONObjectHelper, TJSONTextCounter, TJSONTextWriter).
+  /// The description of the JSON, for any sink (TJSONObjectHelper, TJSONTextCounter, TJSONTextWriter), and what loading
+  /// reads.
   template <class Sink>
   void Write(Sink& Json) const;
+  void Read(const TBeamRecordReader& Json);
   /// @}
 };
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "oxSuperAPI/foundation/uBeamAPIHelper.h"
+#include "oxSuperAPI/host/uHostJsonFinder.h"
 #include "oxSuperAPI/model/uBeamEntryTable.h"
 
 namespace oxSuperAPI {
@@ -14,8 +15,13 @@ namespace oxSuperAPI {
 /// write to. Reading nothing (a missing object) gives empty texts.
 class TBeamRecordReader {
  public:
-  /// Reads below `Json`, which has to outlive the reader.
-  TBeamRecordReader(TJSONView Json) : FJson(Json), FFinder(Json.Object()) {}
+  /// Reads below `Json`, which has to outlive the reader, as has `Places`: what is read below an array remembers there
+  /// where members were.
+  TBeamRecordReader(TJSONView Json, TJSONPlaces* Places = nullptr)
+      : FJson(Json), FPlaces(Places), FFinder(Json.Object(), Places) {}
+
+  /// Where it reads.
+  TJSONView Source() const { return FJson; }
 
   /// "" when it is missing. Borrowed from the tree.
   [[gnu::always_inline]] std::string_view Text(const TJSONKey& Key) const { return TBeamAPIHelper::TextOf(Find(Key)); }
@@ -31,7 +37,7 @@ class TBeamRecordReader {
   double NumberOrZero(const TJSONKey& Key) const { return TBeamAPIHelper::DoubleOf(Find(Key), Key.Text()); }
 
   /// What is below `Name`, or nothing: for members that are read whether or not their parent is there.
-  TBeamRecordReader Below(const TJSONKey& Key) const { return TJSONView(Find(Key)); }
+  TBeamRecordReader Below(const TJSONKey& Key) const { return {TJSONView(Find(Key)), FPlaces}; }
 
   /// Whether there is a member of that name that is not null.
   bool Has(const TJSONKey& Key) const {
@@ -50,8 +56,8 @@ class TBeamRecordReader {
     ReadObjectOf(TBeamAPIHelper::FindByName(FJson, Name), Read);
   }
 
-  /// Runs `Read` on each element when the member holds an array; false when it does not. Raises TBeamTypeError at an
-  /// element that is no object. @{
+  /// Runs `Read` on the reader of each element when the member holds an array; false when it does not. Raises
+  /// TBeamTypeError at an element that is no object. @{
   template <class ReadElement>
   bool Array(const TJSONKey& Key, ReadElement Read) const {
     return ReadElementsOf(Find(Key), Key.Text(), Read);
@@ -93,7 +99,7 @@ class TBeamRecordReader {
   void FillTable(const TJSONKey& Key, TBeamEntryTable<Entry>& Table, ReadEntry Read) const {
     const TJSONArray* Elements = FindArray(Key);
     for (std::size_t Index = 0; Elements && Index < Elements->Count() && Index < Table.size(); ++Index)
-      Read(TBeamRecordReader(ObjectOf(Elements->Elements()[Index], Key.Text())), Table[Index]);
+      Read(TBeamRecordReader(ObjectOf(Elements->Elements()[Index], Key.Text()), FPlaces), Table[Index]);
   }
 
   /// The same, after emptying the whole table.
@@ -114,13 +120,15 @@ class TBeamRecordReader {
     return Member ? Member->AsArray() : nullptr;
   }
   template <class ReadObject>
-  static void ReadObjectOf(const TJSONValue* Value, ReadObject& Read) {
-    if (Value && Value->AsObject()) Read(TBeamRecordReader(Value));
+  void ReadObjectOf(const TJSONValue* Value, ReadObject& Read) const {
+    if (Value && Value->AsObject()) Read(TBeamRecordReader(Value, FPlaces));
   }
   template <class ReadElement>
-  static bool ReadElementsOf(const TJSONValue* Value, std::string_view Name, ReadElement& Read) {
+  bool ReadElementsOf(const TJSONValue* Value, std::string_view Name, ReadElement& Read) const {
     if (!Value || !Value->AsArray()) return false;
-    for (const TJSONValue& Element : Value->AsArray()->Elements()) Read(ObjectOf(Element, Name));
+    TJSONPlaces Own;
+    for (const TJSONValue& Element : Value->AsArray()->Elements())
+      Read(TBeamRecordReader(ObjectOf(Element, Name), FPlaces ? FPlaces : &Own));
     return true;
   }
   static const TJSONObject& ObjectOf(const TJSONValue& Element, std::string_view ArrayName) {
@@ -129,6 +137,7 @@ class TBeamRecordReader {
   }
 
   TJSONView FJson;
+  TJSONPlaces* FPlaces;
   mutable TJSONMemberFinder FFinder;  // remembers where it is, which changes no answer
 };
 

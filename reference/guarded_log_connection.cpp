@@ -1,6 +1,8 @@
 #include "oxSuperAPI/reference/guarded_log_connection.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace oxSuperAPI {
 
@@ -14,37 +16,40 @@ bool NamesCallLog(std::string_view SQL) {
   return !std::ranges::search(SQL, Table, Same).empty();
 }
 
-TDBValue Masked(const TDBValue& Value, TLogMasker& Masker) {
-  const auto* Text = std::get_if<std::string>(&Value);
-  return Text ? TDBValue(Masker.Mask(*Text)) : Value;
+TDBValue Masked(TDBValue Value, TLogMasker& Masker) {
+  if (auto* const Text = std::get_if<std::string>(&Value)) *Text = Masker.Mask(std::move(*Text));
+  return Value;
 }
 
 /// Rows of the call log. A masker serves one row: what one column tells is hidden in the next ones.
 class TGuardedRows final : public TADOQuery {
  public:
   TGuardedRows(std::unique_ptr<TADOQuery> Rows, TLogMasking Masking, std::shared_ptr<TKnownSecrets> Known)
-      : FRows(std::move(Rows)), FMasking(Masking), FKnown(std::move(Known)), FMasker(FMasking, FKnown) {}
+      : FRows(std::move(Rows)), FMasking(Masking), FKnown(std::move(Known)) {}
 
   bool Eof() const override { return FRows->Eof(); }
   std::string FieldAsString(std::string_view Name) const override { return FRows->FieldAsString(Name); }
   std::int32_t FieldAsInteger(std::string_view Name) const override { return FRows->FieldAsInteger(Name); }
   TDateTime FieldAsDateTime(std::string_view Name) const override { return FRows->FieldAsDateTime(Name); }
   void Append() override {
-    FMasker = TLogMasker(FMasking, FKnown);
+    FMasker.emplace(FMasking, FKnown);
     FRows->Append();
   }
   void Edit() override {
-    FMasker = TLogMasker(FMasking, FKnown);
+    FMasker.emplace(FMasking, FKnown);
     FRows->Edit();
   }
-  void SetField(std::string_view Name, TDBValue Value) override { FRows->SetField(Name, Masked(Value, FMasker)); }
+  void SetField(std::string_view Name, TDBValue Value) override {
+    if (!FMasker) FMasker.emplace(FMasking, FKnown);
+    FRows->SetField(Name, Masked(std::move(Value), *FMasker));
+  }
   void Post() override { FRows->Post(); }
 
  private:
   std::unique_ptr<TADOQuery> FRows;
   TLogMasking FMasking;
   std::shared_ptr<TKnownSecrets> FKnown;
-  TLogMasker FMasker;
+  std::optional<TLogMasker> FMasker;
 };
 
 }  // namespace
@@ -59,7 +64,7 @@ void TGuardedLogConnection::Execute(const TDBStatement& Statement) {
   if (FMasking == TLogMasking::Off || !NamesCallLog(Statement.SQL)) return FConnection.Execute(Statement);
   TDBStatement Guarded = Statement;
   TLogMasker Masker(FMasking, FKnown);
-  for (TDBParameter& Parameter : Guarded.Parameters) Parameter.Value = Masked(Parameter.Value, Masker);
+  for (TDBParameter& Parameter : Guarded.Parameters) Parameter.Value = Masked(std::move(Parameter.Value), Masker);
   FConnection.Execute(Guarded);
 }
 

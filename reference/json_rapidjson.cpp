@@ -15,10 +15,6 @@
 
 namespace rapidjson {
 template <>
-struct StreamTraits<oxSuperAPI::TJSONTextStream> {
-  enum { copyOptimization = 1 };
-};
-template <>
 inline void SkipWhitespace(oxSuperAPI::TJSONTextStream& Stream) {
   Stream.SkipBlanks();
 }
@@ -37,8 +33,9 @@ class THandler {
 
   bool Null() { return FTree.Null(); }
   bool Bool(bool Value) { return FTree.Boolean(Value); }
-  bool RawNumber(const char* Data, rapidjson::SizeType Size, bool) {
-    if (!FNumbers) return FTree.Number({Data, Size});
+  // RapidJSON asks the stream where a number is when it has read it, and so is told the end.
+  bool RawNumber(const char* End, rapidjson::SizeType Size, bool) {
+    if (!FNumbers) return FTree.Number({End - Size, Size});
     return FNextNumber < FNumbers->size() && FTree.Number((*FNumbers)[FNextNumber++]);
   }
   bool String(const char* Data, rapidjson::SizeType Size, bool) {
@@ -79,8 +76,7 @@ class THandler {
 
 rapidjson::ParseErrorCode Read(std::string_view Text, const std::vector<std::string>* Numbers,
                                std::unique_ptr<TJSONValue>& Root) {
-  constexpr unsigned Flags =
-      rapidjson::kParseInsituFlag | rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseIterativeFlag;
+  constexpr unsigned Flags = rapidjson::kParseInsituFlag | rapidjson::kParseNumbersAsStringsFlag;
   rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, TJSONAllocator> Reader;
   TJSONTextStream::TStrings Strings;
   TJSONTextStream Stream(Text, Strings);

@@ -48,6 +48,16 @@ const char* EndOfPlainASCII(const char* From, const char* End) {
   return From;
 }
 
+// The end of plain text, as EndOfPlainText has it, where ASCII ends.
+[[gnu::noinline]] const char* EndBeyondASCII(const char* From, const char* End) {
+  while (From != End && static_cast<unsigned char>(*From) >= 0x80) {
+    const std::size_t Length = SequenceLength({From, static_cast<std::size_t>(End - From)});
+    if (Length == 0) break;
+    From = EndOfPlainASCII(From + Length, End);
+  }
+  return From;
+}
+
 }  // namespace
 
 std::size_t SequenceLength(std::string_view Text) {
@@ -65,16 +75,11 @@ std::size_t SequenceLength(std::string_view Text) {
 }
 
 const char* EndOfPlainText(const char* From, const char* End) {
-  for (;;) {
-    From = EndOfPlainASCII(From, End);
-    if (From == End || static_cast<unsigned char>(*From) < 0x80) return From;
-    const std::size_t Length = SequenceLength({From, static_cast<std::size_t>(End - From)});
-    if (Length == 0) return From;
-    From += Length;
-  }
+  From = EndOfPlainASCII(From, End);
+  return From == End || static_cast<unsigned char>(*From) < 0x80 ? From : EndBeyondASCII(From, End);
 }
 
-// Comes where a string or number begins. The text of a number stays where it is.
+// Comes where a string begins, and behind a number.
 char* TJSONTextStream::PutBegin() {
   const char* const Start = FAt;
   FStrings->Unescaped = nullptr;
@@ -99,12 +104,21 @@ char* TJSONTextStream::Unescape(const char* FirstEscape) {
   return FStrings->Buffer.data();
 }
 
-void TJSONTextStream::SkipBlanks() {
-  const auto IsBlank = [](char Byte) { return Byte == ' ' || Byte == '\n' || Byte == '\r' || Byte == '\t'; };
-  while (FAt != FEnd && IsBlank(*FAt)) {
-    ++FAt;
-    while (FEnd - FAt >= 8 && EightBytes(FAt) == Each(' ')) FAt += 8;
+// Indentation mostly: a line break and many blanks.
+void TJSONTextStream::SkipManyBlanks() {
+  const char* At = FAt;
+  while (At != FEnd && IsBlank(*At)) {
+    ++At;
+    while (FEnd - At >= 8) {
+      const std::uint64_t Others = EightBytes(At) ^ Each(' ');
+      if (Others != 0) {
+        if constexpr (std::endian::native == std::endian::little) At += std::countr_zero(Others) / 8;
+        break;
+      }
+      At += 8;
+    }
   }
+  FAt = At;
 }
 
 }  // namespace oxSuperAPI

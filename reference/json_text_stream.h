@@ -15,10 +15,11 @@ std::size_t SequenceLength(std::string_view Text);
 const char* EndOfPlainText(const char* From, const char* End);
 
 /// JSON text as RapidJSON reads it "in situ", but never written to: a string without escapes is handed out where it
-/// stands, another is unescaped into a buffer. Checks the encoding of strings; elsewhere only ASCII is JSON.
+/// stands, another is unescaped into a buffer. Checks the encoding of strings; elsewhere only ASCII is JSON. Has to be
+/// read itself, no copy of it (rapidjson::StreamTraits): the end of a number is where the stream stands.
 class TJSONTextStream {
  public:
-  /// Where the last string went, common to all copies that the reader makes of a stream.
+  /// Where the last string went.
   struct TStrings {
     /// Room for the string, and the next place in it: null when the string stands in the text. @{
     std::vector<char> Buffer;
@@ -45,10 +46,14 @@ class TJSONTextStream {
   std::size_t PutEnd(const char* Begin) const {
     return static_cast<std::size_t>((FStrings->Unescaped ? FStrings->Unescaped : FAt) - Begin);
   }
-  void SkipBlanks();
+  void SkipBlanks() {
+    if (FAt != FEnd && IsBlank(*FAt)) SkipManyBlanks();
+  }
   /// @}
 
  private:
+  static bool IsBlank(char Byte) { return Byte == ' ' || Byte == '\n' || Byte == '\r' || Byte == '\t'; }
+  void SkipManyBlanks();
   char* Unescape(const char* FirstEscape);
 
   const char* FAt;

@@ -53,7 +53,8 @@ std::vector<TKnownSecrets::TPlace> TKnownSecrets::Find(std::string_view Text) co
   std::vector<TPlace> Places;
   if (FByBeginning.empty()) return Places;
   for (std::size_t At = 0; At + BeginningSize <= Text.size();) {
-    const std::uint64_t Value = Beginning(Text.substr(At, BeginningSize));
+    std::uint64_t Value;
+    std::memcpy(&Value, Text.data() + At, BeginningSize);
     std::size_t End = At;
     if ((FFilter[Digest(Value) >> 6] >> (Digest(Value) & 63)) & 1) {
       const std::string_view Rest = Text.substr(At);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -38,6 +39,12 @@ class TMaskContext {
   std::unordered_set<std::uint64_t> FPersonal;
   int FLearned = 0;
 };
+
+/// The length from which a word can be a token for what it is: where it is a whole text, such as a value of JSON, and
+/// in a sentence. @{
+inline constexpr std::size_t TokenAlone = 32;
+inline constexpr std::size_t TokenAmongWords = 24;
+/// @}
 
 /// JSON in a JSON string in a JSON string ...: deeper ones are hidden as a whole.
 inline constexpr int DeepestText = 8;

@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <array>
+#include <utility>
 #include <vector>
 
 #include "oxSuperAPI/reference/log_mask_context.h"
@@ -13,15 +13,6 @@ namespace {
 constexpr std::size_t ShortWord = 20;  // fewer characters than a token has
 constexpr std::size_t MostOpen = 512;  // the depth that the library reads
 
-/// What a key says; the keys of a document repeat.
-struct TKeyMeaning {
-  std::string_view Raw;
-  TSecrecy Secrecy = TSecrecy::Open;
-  TSecrecy Nested = TSecrecy::Open;  ///< of an object or an array
-  bool NameOfPair = false;
-  bool ValueOfPair = false;
-};
-
 /// Reads JSON once, from the front, and keeps no tree. What is not JSON any more is hidden from there to the end.
 ///
 /// The library's own masking comes before this one, and its stars may take the place of an unquoted value, of a
@@ -30,7 +21,7 @@ struct TKeyMeaning {
 class TJSONScanner {
  public:
   TJSONScanner(std::string_view Text, TMaskContext& Context, int Depth)
-      : FText(Text), FContext(Context), FDepth(Depth) {}
+      : FText(Text), FContext(Context), FDepth(Depth), FMeanings(std::clamp<std::size_t>(Text.size() / 16, 8, 4096)) {}
 
   std::optional<std::string> Run() {
     if (FText.starts_with("\xEF\xBB\xBF")) FAt = 3;
@@ -137,7 +128,7 @@ class TJSONScanner {
 
   bool Key() {
     const TPiece Inner = String();
-    FOpen.back().Member = MeaningOf(Inside(Inner));
+    FOpen.back().Member = MeaningOfKey(Inside(Inner));
     FExpect = TExpect::Colon;
     if (FHiddenDepth > 0) return true;
     if (FStarred && !ColonFollows())
@@ -152,13 +143,13 @@ class TJSONScanner {
   }
 
   /// What the key says, worked out once for most of its occurrences.
-  const TKeyMeaning& MeaningOf(std::string_view Raw) {
+  const TKeyMeaning& MeaningOfKey(std::string_view Raw) {
     std::size_t Slot = Raw.size();
     for (const char Each : Raw.substr(0, 64)) Slot = Slot * 31 + static_cast<unsigned char>(Each);
-    TKeyMeaning& Meaning = FMeanings[Slot % FMeanings.size()];
-    if (Meaning.Raw != Raw || !Meaning.Raw.data()) {
-      const std::string Name = Unescaped(Raw);
-      Meaning = {Raw, SecrecyOf(Name), SecrecyOfNested(Name), IsNameOfPair(Name), IsValueOfPair(Name)};
+    auto& [Key, Meaning] = FMeanings[Slot % FMeanings.size()];
+    if (Key != Raw || !Key.data()) {
+      Key = Raw;
+      Meaning = MeaningOf(Unescaped(Raw));
     }
     return Meaning;
   }
@@ -296,9 +287,14 @@ class TJSONScanner {
   /// What has to be hidden within a string: it may be JSON again, a URL, a sentence.
   void HideWithin(TPiece Inner) {
     const std::string_view Raw = Inside(Inner);
-    if (Raw.size() < ShortWord && EndOfWord(Raw, 0) == Raw.size() && Raw.find('%') == Raw.npos) {
-      if (FContext.IsKnown(Raw) || !FContext.Known().Find(Raw).empty()) FCuts.Hide(Inner.Begin, Inner.End);
-      return;
+    if (EndOfWord(Raw, 0) == Raw.size() && Raw.find('%') == Raw.npos) {
+      const bool IsSecret = FContext.IsKnown(Raw) || !FContext.Known().Find(Raw).empty();
+      if (Raw.size() < ShortWord) {
+        if (IsSecret) FCuts.Hide(Inner.Begin, Inner.End);
+        return;
+      }
+      // As most keys and many values are: what MaskAnyText would come to.
+      if (!IsSecret && !LooksLikeToken(Raw, TokenAlone) && !Raw.ends_with('.')) return;
     }
     std::optional<std::string> Masked = Raw.find('\\') == Raw.npos
                                             ? MaskAnyText(Raw, FContext, FDepth + 1)
@@ -321,7 +317,7 @@ class TJSONScanner {
   std::size_t FHiddenFrom = 0;
   TSecrecy FHiddenSecrecy = TSecrecy::Open;
   TMaskCuts FCuts;
-  std::array<TKeyMeaning, 1024> FMeanings{};
+  std::vector<std::pair<std::string_view, TKeyMeaning>> FMeanings;  ///< of keys met, the newest of each slot
 };
 
 }  // namespace

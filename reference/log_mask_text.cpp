@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 
 #include "oxSuperAPI/reference/log_mask_context.h"
 #include "oxSuperAPI/reference/log_mask_cuts.h"
@@ -14,8 +15,14 @@ bool IsDigit(char Each) {
   return Each >= '0' && Each <= '9';
 }
 bool IsOneOf(char Each, std::string_view List) {
-  return List.find(Each) != List.npos;
+  return std::ranges::find(List, Each) != List.end();
 }
+/// What may stand between a key and its separator.
+constexpr std::array<bool, 256> BeforeSeparator = [] {
+  std::array<bool, 256> Result{};
+  for (const char Each : std::string_view(" \t\\\"'[](){}*,")) Result[static_cast<unsigned char>(Each)] = true;
+  return Result;
+}();
 bool SameName(std::string_view Word, std::string_view Lower) {
   return std::ranges::equal(Word, Lower, [](char Left, char Right) {
     return (Left >= 'A' && Left <= 'Z' ? static_cast<char>(Left + 32) : Left) == Right;
@@ -81,7 +88,7 @@ class TPlainScanner {
   std::size_t AfterSeparator(std::size_t Begin, std::size_t End) const {
     std::size_t Next = End;
     std::size_t Quotes = 0;
-    for (; IsOneOf(At(Next), Quotes > 0 ? " \t\\\"'[](){}*,\r\n" : " \t\\\"'[](){}*,"); ++Next)
+    for (; BeforeSeparator[static_cast<unsigned char>(At(Next))] || (Quotes > 0 && IsOneOf(At(Next), "\r\n")); ++Next)
       if (At(Next) == '"' && ++Quotes == 2) return Next;  // the separator is lost
     const bool Element = Begin > 0 && IsOneOf(FText[Begin - 1], "<:") && At(Next) == '>';
     return At(Next) == ':' || At(Next) == '=' || Element ? Next + 1 : End;
@@ -177,9 +184,9 @@ class TPlainScanner {
   /// Is the word to be hidden for what it is?
   bool IsTelling(std::string_view Word) {
     while (Word.ends_with('.')) Word.remove_suffix(1);
-    if (FContext.IsKnown(Word) || LooksLikeToken(Word, FOneWord ? 32 : 24)) return true;
+    if (FContext.IsKnown(Word) || LooksLikeToken(Word, FOneWord ? TokenAlone : TokenAmongWords)) return true;
     if (FContext.HidesPersonal() && !FOneWord && (IsEMail(Word) || HoldsTaxFileNumber(Word))) return true;
-    if (Word.find_first_of("%\\") == Word.npos) return false;
+    if (std::ranges::none_of(Word, [](char Each) { return Each == '%' || Each == '\\'; })) return false;
     const std::string Decoded = DecodeName(Word);
     return Decoded != Word && MaskAnyText(Decoded, FContext, FDepth + 1);
   }

@@ -23,7 +23,8 @@ bool IsTelling(std::string_view Word) {
   return Word.size() >= 5 && Word.find_first_of("0123456789@") != Word.npos;
 }
 
-/// JSON, or what was meant to be. A text that begins with a word in brackets, or with a quotation, is none.
+/// JSON, or what was meant to be. A text that begins with a word in brackets, or with a quotation, is none; nor is a
+/// GUID in braces, as messages are numbered.
 bool LooksLikeJSON(std::string_view Text) {
   constexpr std::string_view Blanks = " \t\r\n";
   if (Text.starts_with("\xEF\xBB\xBF")) Text.remove_prefix(3);
@@ -31,7 +32,7 @@ bool LooksLikeJSON(std::string_view Text) {
   if (First == Text.npos) return false;
   const std::size_t Second = Text.find_first_not_of(" \t\r\n*", First + 1);
   const char Next = Second == Text.npos ? '\0' : Text[Second];
-  if (Text[First] == '{') return true;
+  if (Text[First] == '{') return Text.size() != 38 || Text.back() != '}' || !IsGUID(Text.substr(1, 36));
   if (Text[First] == '[') return std::string_view("{[\"]-0123456789\0", 16).find(Next) != Text.npos;
   // A whole text in quotes is JSON as well; one that only begins with a quotation is not.
   if (Text[First] != '"') return false;
@@ -82,10 +83,10 @@ TLogMasker::TLogMasker(TLogMasker&&) noexcept = default;
 TLogMasker& TLogMasker::operator=(TLogMasker&&) noexcept = default;
 TLogMasker::~TLogMasker() = default;
 
-std::string TLogMasker::Mask(std::string_view Text) {
-  if (FContext->Masking() == TLogMasking::Off) return std::string(Text);
+std::string TLogMasker::Mask(std::string Text) {
+  if (FContext->Masking() == TLogMasking::Off) return Text;
   std::optional<std::string> Masked = MaskAnyText(Text, *FContext);
-  return Masked ? std::move(*Masked) : std::string(Text);
+  return Masked ? std::move(*Masked) : std::move(Text);
 }
 
 }  // namespace oxSuperAPI

@@ -46,8 +46,8 @@ class OXSUPERAPI_EXPORT TLogMasker {
   /// @}
   ~TLogMasker();
 
-  /// The text as the log may hold it.
-  std::string Mask(std::string_view Text);
+  /// The text as the log may hold it; the very one, not a copy, when nothing in it has to be hidden.
+  std::string Mask(std::string Text);
 
  private:
   std::unique_ptr<TMaskContext> FContext;

@@ -80,11 +80,11 @@ TOpenSSLCipher& TReferenceHost::Cipher() {
 
 TSpdlogLog& TReferenceHost::Log() {
   if (!FLog)
-    FLog.emplace(
-        TSpdlogOptions{.FileName = FConfig.files.log.string(),
-                       .MaxBytes = std::size_t{FConfig.files.log_megabytes} << 20,
-                       .KeptFiles = FConfig.files.log_kept_files,
-                       .Mask = [this](std::string_view Text) { return TLogMasker(FMasking, FSecrets).Mask(Text); }});
+    FLog.emplace(TSpdlogOptions{
+        .FileName = FConfig.files.log.string(),
+        .MaxBytes = std::size_t{FConfig.files.log_megabytes} << 20,
+        .KeptFiles = FConfig.files.log_kept_files,
+        .Mask = [this](std::string_view Text) { return TLogMasker(FMasking, FSecrets).Mask(std::string(Text)); }});
   return *FLog;
 }
 

@@ -15,7 +15,8 @@ int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   testing::GTEST_FLAG(death_test_style) = "threadsafe";  // processes of their own, not forks of one that runs Qt
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
-  const oxSuperAPI::tests::TTemporaryDirectory Settings;  // never the person's own
+  // Never the person's own. Static: the processes of the death tests leave by exit().
+  static const oxSuperAPI::tests::TTemporaryDirectory Settings;
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QString::fromStdString(Settings / ""));
   return RUN_ALL_TESTS();
 }

@@ -61,6 +61,19 @@ TEST(CompactText, HoldsAndComparesEveryLengthThroughAssignmentCopyMoveAndSelfAss
   static_assert(sizeof(TBeamText) == 12 && std::is_nothrow_move_constructible_v<TBeamText>);
 }
 
+TEST(CompactText, FindsWhatNeedsAnEscapeAtEveryPlace) {
+  for (std::size_t Size = 1; Size <= 20; ++Size)
+    for (std::size_t At = 0; At < Size; ++At)
+      for (const char Odd : {'"', '\\', '\x1f', '\0', ' ', '\x7f', '\xff', '\xa2'}) {
+        std::string Content(Size, 'x');
+        Content[At] = Odd;
+        TBeamText Text = "before";
+        Text = Content;
+        EXPECT_TRUE(Text == Content && Text.c_str()[Size] == '\0');
+        EXPECT_EQ(Text.IsPlainJSON(), !NeedsJSONEscape(Odd)) << Size << ' ' << At;
+      }
+}
+
 TEST(CompactText, ReadsLikeAStringWhereAHostExpectsOne) {
   TBeamText Text = "given";
   std::string Copied = Text, Assigned;

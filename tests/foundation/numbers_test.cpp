@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <bit>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -79,6 +80,26 @@ TEST(Numbers, FloatsAreReadWholeOrNotAtAll) {
     double Value;
   } Cases[] = {{"1.5", 1.5}, {"+1.5", 1.5}, {"-0.25", -0.25}, {".5", 0.5}, {"1.", 1}, {"1E2", 100}, {"007", 7}};
   for (const auto& Case : Cases) EXPECT_EQ(TryParseFloat(Case.Text), Case.Value) << Case.Text;
+}
+
+// Around the eight characters that are read in one go, and the 15 digits that are counted in cents.
+TEST(Numbers, AmountsOfAnyLengthAreReadAsTheStandardLibraryReadsThem) {
+  std::mt19937_64 Random(1);
+  for (std::size_t Digits = 1; Digits <= 17; ++Digits)
+    for (const char* Kind : {"9", "0", "", "", "", ""}) {
+      std::string Amount;
+      for (std::size_t At = 0; At < Digits; ++At) Amount += *Kind ? *Kind : static_cast<char>('0' + Random() % 10);
+      Amount.insert(Digits > 2 ? Digits - 2 : Digits, ".");
+      for (std::size_t At = 0; At <= Amount.size(); ++At)
+        for (const char Odd : {'0', '/', ':', '.', '-', 'e', ' ', '\0', '\xB0'}) {
+          std::string Text = Amount;
+          if (At < Text.size()) Text[At] = Odd;
+          double Expected = 0;
+          const auto [Stop, Error] = std::from_chars(Text.data(), Text.data() + Text.size(), Expected);
+          const bool IsWhole = Error == std::errc() && Stop == Text.data() + Text.size();
+          ASSERT_EQ(TryParseFloat(Text), IsWhole ? std::optional(Expected) : std::nullopt) << Text;
+        }
+    }
 }
 
 TEST(Numbers, IntegersAreReadWholeAndWithin32Bits) {

@@ -4,6 +4,7 @@
 #include <random>
 
 #include "oxSuperAPI/host/uHostJsonBuilder.h"
+#include "oxSuperAPI/host/uHostJsonFinder.h"
 
 namespace oxSuperAPI {
 namespace {
@@ -106,22 +107,70 @@ TEST(Json, AnObjectMayBeGivenItsOwnNamesAndTextsAgain) {
   }
 }
 
-TEST(JsonMemberFinder, FindsTheFirstOfANameInWhateverOrderItIsAsked) {
+TEST(JsonTreeBuilder, AnObjectFindsTheFirstOfANameHoweverManyItHas) {
   std::mt19937 Random(1);
   const auto Name = [&Random] { return std::string(Random() % 2 ? 1 : 16, static_cast<char>('a' + Random() % 20)); };
-  for (int Round = 0; Round < 2000; ++Round) {
-    TJSONObject Object;
-    for (auto Count = Random() % 30; Count > 0; --Count) Object.Append(Name(), TJSONValue());
-    TJSONMemberFinder Finder(&Object);
-    for (std::size_t Asked = 0; Asked < 40; ++Asked) {
-      // By turns at random, and in the order of the members.
-      const auto Members = Object.Members();
-      const std::string Wanted = Round % 2 && Asked < Members.size() ? std::string(Members[Asked].Name()) : Name();
-      const auto First = std::ranges::find(Members, Wanted, &TJSONPair::Name);
-      ASSERT_EQ(Finder.Find(Wanted), First == Members.end() ? nullptr : &First->Value()) << Wanted;
+  for (int Round = 0; Round < 1000; ++Round) {
+    // Few names with repetitions; now and then about as many as an index is made for, all different.
+    std::vector<std::string> Names(Round % 50 ? Random() % 30 : TJSONNames::MaxIndexed - 1 + Random() % 3);
+    for (std::size_t At = 0; At < Names.size(); ++At) Names[At] = Names.size() < 30 ? Name() : std::to_string(At);
+    TJSONObject Appended;
+    TJSONTreeBuilder Tree;
+    EXPECT_TRUE(Tree.BeginArray());
+    for (int Twice = 0; Twice < 2; ++Twice) {  // the second one shares the names of the first one
+      EXPECT_TRUE(Tree.BeginObject());
+      for (std::size_t At = 0; At < Names.size(); ++At)
+        EXPECT_TRUE(Tree.Name(Names[At]) && Tree.Number(std::to_string(At)));
+      EXPECT_TRUE(Tree.EndObject());
+    }
+    EXPECT_TRUE(Tree.EndArray());
+    for (std::size_t At = 0; At < Names.size(); ++At)
+      Appended.Append(Names[At], TJSONValue(TJSONNumber{std::to_string(At)}));
+    const auto Root = Tree.Take();
+    for (std::size_t Asked = 0; Asked < Names.size() + 40; ++Asked) {
+      const std::string Wanted = Asked < Names.size() ? Names[Asked] : Name();
+      const auto First = std::ranges::find(Names, Wanted);
+      for (const TJSONObject* Object : {Root->AsArray()->At(0)->AsObject(), Root->AsArray()->At(1)->AsObject(),
+                                        static_cast<const TJSONObject*>(&Appended)}) {
+        ASSERT_EQ(Object->Count(), Names.size());
+        const TJSONValue* const Found = Object->Find(Wanted);
+        ASSERT_EQ(Found ? Found->AsNumber()->Text : "none",
+                  First == Names.end() ? "none" : std::to_string(First - Names.begin()));
+      }
     }
   }
-  EXPECT_FALSE(TJSONMemberFinder(nullptr).Find("a"));
+}
+
+TEST(JsonMemberFinder, AnswersAsTheObjectDoesWhateverItRemembers) {
+  constexpr TJSONKey Keys[] = {"a", "b", "c", "d", "a name that is long", "another name that is long"};
+  std::mt19937 Random(1);
+  for (int Round = 0; Round < 200; ++Round) {
+    TJSONTreeBuilder Tree;
+    EXPECT_TRUE(Tree.BeginArray());
+    for (int Count = 0; Count < 60; ++Count) {  // of more kinds than are remembered
+      EXPECT_TRUE(Tree.BeginObject());
+      for (const TJSONKey& Key : Keys) {
+        const bool IsThere = Random() % 4 != 0;
+        EXPECT_TRUE(!IsThere || (Tree.Name(Key.Text()) && Tree.Number(std::to_string(Count))));
+      }
+      EXPECT_TRUE(Tree.EndObject());
+    }
+    EXPECT_TRUE(Tree.EndArray());
+    const auto Root = Tree.Take();
+    TJSONPlaces Places;
+    for (const TJSONValue& Element : Root->AsArray()->Elements()) {
+      TJSONMemberFinder Finder(Element.AsObject(), &Places), Other(Element.AsObject(), &Places);
+      std::string Name;  // its memory is used again, for other names
+      for (std::size_t Asked = 0; Asked < 120; ++Asked) {
+        const TJSONKey& Key = Keys[Random() % 8 ? Asked % 6 : Random() % 6];  // mostly in the same order
+        ASSERT_EQ(Finder.Find(Key), Element.AsObject()->Find(Key));
+        Name = Keys[Random() % 6].Text();
+        ASSERT_EQ((Random() % 2 ? Finder : Other).Find(Name), Element.AsObject()->Find(Name));
+      }
+    }
+  }
+  TJSONPlaces Places;
+  EXPECT_FALSE(TJSONMemberFinder(nullptr, &Places).Find("a"));
 }
 
 TEST(JsonTreeBuilder, TakesOnlyWhatJSONHasAPlaceFor) {

@@ -10,15 +10,19 @@ namespace {
 
 using namespace std::chrono_literals;
 
-const std::string KeyLog =
-    (std::filesystem::temp_directory_path() / ("http_curl_test_keys_" + std::to_string(getpid()))).string();
+/// libcurl makes the file that SSLKEYLOGFILE names as soon as it starts, in whichever test that is.
+struct TKeyLog {
+  const std::string FileName =
+      (std::filesystem::temp_directory_path() / ("http_curl_test_keys_" + std::to_string(getpid()))).string();
+  ~TKeyLog() { std::filesystem::remove(FileName); }
+} const KeyLog;
 
 // An environment that would lead every call of this program astray.
 const bool Hostile = [] {
   for (const char* Name : {"https_proxy", "HTTPS_PROXY", "ALL_PROXY", "all_proxy"})
     setenv(Name, "http://127.0.0.1:1", 1);
   setenv("SSL_CERT_FILE", "/nonexistent", 1);
-  return setenv("SSLKEYLOGFILE", KeyLog.c_str(), 1) == 0;
+  return setenv("SSLKEYLOGFILE", KeyLog.FileName.c_str(), 1) == 0;
 }();
 
 enum class TMethod { Get, Post, Put };
@@ -146,8 +150,7 @@ TEST_F(HTTPCurl, KeepsTheConnectionForGetsAndResumesTheSessionOtherwise) {
   EXPECT_EQ(FServer->ResumedSessions, 2);
   EXPECT_EQ(Call(Get).Status, 200);
   EXPECT_EQ(FServer->Connections, 3);
-  EXPECT_EQ(ReadFile(KeyLog), "") << "no TLS keys are left behind";
-  std::filesystem::remove(KeyLog);
+  EXPECT_EQ(ReadFile(KeyLog.FileName), "") << "no TLS keys are left behind";
 
   for (const TMethod Method : AllMethods)
     for (const TCut Cut : {TCut::Farewell, TCut::End}) {  // the server closes the kept one
@@ -201,9 +204,11 @@ TEST_F(HTTPCurl, SendsWhatTheCallerGaveAndNothingElse) {
   Call(Post, TStringList({" ", "\t[1]"}), "https://api.example/d", TStringList({"CONTENT-TYPE: text/x"}));
   Call(Post, TStringList({"a=b"}), "https://api.example/e");
   Call(Get, TStringList(), "https://api.example/f");
+  Call(Get, TStringList(), "https://api.example/g", Headers);
+  Call(Get, TStringList(), "https://api.example/h");
   EXPECT_EQ(Call(Post, Large).Status, 200);
   const auto Received = FServer->Received();
-  ASSERT_EQ(Received.size(), 6u);
+  ASSERT_EQ(Received.size(), 8u);
   EXPECT_EQ(Received[0],
             "POST /a%20b HTTP/1.1\r\nHost: api.example\r\n"
             "authorization: Bearer \r\nx-Blank:\r\nx-Empty:\r\nX-Name: Zo\xC3\xAB\r\nContent-Type: application/json\r\n"
@@ -212,8 +217,10 @@ TEST_F(HTTPCurl, SendsWhatTheCallerGaveAndNothingElse) {
   EXPECT_PRED2(Holds, Received[2], "CONTENT-TYPE: text/x\r\nContent-Length: 7\r\n\r\n \r\n\t[1]");
   EXPECT_FALSE(Holds(Received[3], "ontent-Type")) << Received[3];
   EXPECT_EQ(Received[4], "GET /f HTTP/1.1\r\nHost: api.example\r\n\r\n");
-  EXPECT_TRUE(Received[5].ends_with("\r\n\r\n" + Large.Text()));
-  EXPECT_FALSE(Holds(Received[5], "Expect")) << "libcurl's habit from 1 MB on";
+  EXPECT_PRED2(Holds, Received[5], "GET /g HTTP/1.1\r\nHost: api.example\r\nauthorization: Bearer \r\nx-Blank:");
+  EXPECT_EQ(Received[6], "GET /h HTTP/1.1\r\nHost: api.example\r\n\r\n");
+  EXPECT_TRUE(Received[7].ends_with("\r\n\r\n" + Large.Text()));
+  EXPECT_FALSE(Holds(Received[7], "Expect")) << "libcurl's habit from 1 MB on";
 }
 
 TEST_F(HTTPCurl, SaysWhyThereIsNoTLS) {

@@ -85,7 +85,8 @@ TEST(LogMasking, HidesMoreOfWhatItCannotRead) {
 TEST(LogMasking, LeavesAsItIsWhatNobodyHasToHide) {
   for (
       const std::string Text :
-      {R"({"messageId":"0f0e0d0c-0b0a-4908-8706-050403020100","amount":"123.45","ok":true,"n":[1,2.5e-3],"s":"a\/b\u00e9"})",
+      {R"({"messageId":"{0F0E0D0C-0B0A-4908-8706-050403020100}"})",
+       R"({"messageId":"0f0e0d0c-0b0a-4908-8706-050403020100","amount":"123.45","ok":true,"n":[1,2.5e-3],"s":"a\/b\u00e9"})",
        "https://api.example/search/contributions/0f0e0d0c-0b0a-4908-8706-050403020100?count=500",
        "Content-Type: application/x-www-form-urlencoded", "[curl] Connection refused: 127.0.0.1 port 8443, 12.5 ms", "",
        "\xEF\xBB\xBF{}", "\"A\" is mandatory"})
