@@ -203,13 +203,13 @@ char* WriteFloat(char* Out, double Value) {
 }
 
 std::size_t FloatSize(double Value) {
-  const double Size = std::abs(Value);
-  const std::uint64_t Exponent = (std::bit_cast<std::uint64_t>(Size) >> 52) - LeastExponent;
+  const double Amount = std::abs(Value);
+  const std::uint64_t Exponent = (std::bit_cast<std::uint64_t>(Amount) >> 52) - LeastExponent;
   if (Exponent >= Magnitudes.size()) return AnyFloatSize(Value);
   const TMagnitude& Magnitude = Magnitudes[Exponent];
-  if (std::abs(Size - Magnitude.Power) < 0.01) [[unlikely]]
+  if (std::abs(Amount - Magnitude.Power) < 0.01) [[unlikely]]
     return AnyFloatSize(Value);  // rounding decides
-  return Magnitude.Size + (Size >= Magnitude.Power ? 1 : 0) + (std::signbit(Value) ? 1 : 0);
+  return Magnitude.Size + (Amount >= Magnitude.Power ? 1 : 0) + (std::signbit(Value) ? 1 : 0);
 }
 
 void AppendFloat(std::string& Out, double Value) {

@@ -1,5 +1,7 @@
 #include "oxSuperAPI/reference/http_watched.h"
 
+#include <initializer_list>
+
 #include "oxSuperAPI/reference/log_masking.h"
 
 namespace oxSuperAPI {
@@ -17,32 +19,34 @@ void LearnFrom(const TStringList& Lines, const std::shared_ptr<TKnownSecrets>& K
   // A request that was answered is not to fail for want of memory here.
 }
 
+// The call that `Send` makes: what is sent is learned before it, so that its own log lines hide it already.
+template <class Call>
+std::int32_t Watched(const std::shared_ptr<TKnownSecrets>& Known, std::initializer_list<const TStringList*> Sent,
+                     const TStringList& Response, Call Send) {
+  for (const TStringList* Each : Sent) LearnFrom(*Each, Known);
+  const std::int32_t Status = Send();
+  LearnFrom(Response, Known);
+  return Status;
+}
+
 }  // namespace
 
 std::int32_t TWatchedHTTP::httpNetGet(const std::string& URL, const TStringList& Headers, TStringList& LogDetails,
                                       TStringList& Response) {
-  LearnFrom(Headers, FKnown);
-  const std::int32_t Status = THTTPCurl::httpNetGet(URL, Headers, LogDetails, Response);
-  LearnFrom(Response, FKnown);
-  return Status;
+  return Watched(FKnown, {&Headers}, Response,
+                 [&] { return THTTPCurl::httpNetGet(URL, Headers, LogDetails, Response); });
 }
 
 std::int32_t TWatchedHTTP::httpNetPost(const std::string& URL, const TStringList& Headers, const TStringList& Body,
                                        TStringList& LogDetails, TStringList& Response) {
-  LearnFrom(Headers, FKnown);
-  LearnFrom(Body, FKnown);
-  const std::int32_t Status = THTTPCurl::httpNetPost(URL, Headers, Body, LogDetails, Response);
-  LearnFrom(Response, FKnown);
-  return Status;
+  return Watched(FKnown, {&Headers, &Body}, Response,
+                 [&] { return THTTPCurl::httpNetPost(URL, Headers, Body, LogDetails, Response); });
 }
 
 std::int32_t TWatchedHTTP::httpNetPut(const std::string& URL, const TStringList& Headers, const TStringList& Body,
                                       TStringList& LogDetails, TStringList& Response) {
-  LearnFrom(Headers, FKnown);
-  LearnFrom(Body, FKnown);
-  const std::int32_t Status = THTTPCurl::httpNetPut(URL, Headers, Body, LogDetails, Response);
-  LearnFrom(Response, FKnown);
-  return Status;
+  return Watched(FKnown, {&Headers, &Body}, Response,
+                 [&] { return THTTPCurl::httpNetPut(URL, Headers, Body, LogDetails, Response); });
 }
 
 }  // namespace oxSuperAPI
